@@ -1,0 +1,1 @@
+// Placeholder until the product's first source lands.

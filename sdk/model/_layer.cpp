@@ -1,0 +1,1 @@
+// Placeholder until the layer's first source lands.
