@@ -137,8 +137,10 @@ ActivityLoop::stop() {
 
 void
 ActivityLoop::stopFromSignal() noexcept {
+   int savedErrno = errno; // the interrupted code may be about to read it
    stopRequested_.store( true );
    wake();
+   errno = savedErrno;
 }
 
 ActivityLoop::Turn

@@ -3,10 +3,8 @@
 #include "platform/kiln/Hash.h"
 #include "platform/kiln/String.h"
 
-#include <map>
 #include <set>
 #include <sstream>
-#include <unordered_map>
 
 namespace {
 
@@ -42,13 +40,6 @@ TEST( Name, ConvertsFromStringOneWayOnly ) {
    std::ostringstream os;
    os << name << "/" << text;
    EXPECT_EQ( "groupManager/groupManager", os.str() );
-}
-
-TEST( String, HashesAsKeys ) {
-   std::unordered_map< Kiln::Name, int > byName{ { "a", 1 }, { "b", 2 } };
-   std::unordered_map< Kiln::String, int > byText{ { "a", 1 } };
-   EXPECT_EQ( 2, byName.at( Kiln::Name( "b" ) ) );
-   EXPECT_EQ( 1, byText.count( "a" ) );
 }
 
 TEST( Hash, MixSpreadsDenseKeysAndCombineIsOrderSensitive ) {
