@@ -152,9 +152,7 @@ wordOf( const T & item ) {
       return U64( reinterpret_cast< uintptr_t >( &item[ 0 ] ) );
    } else if constexpr ( std::is_same_v< T, Dec > ) {
       return item.value;
-   } else if constexpr ( std::is_signed_v< T > ||
-                         ( std::is_enum_v< T > &&
-                           std::is_signed_v< std::underlying_type_t< T > > ) ) {
+   } else if constexpr ( kindOf< T >() == ItemKind::signedDec ) {
       return U64( S64( item ) );  // sign-extended, read back as S64
    } else {
       return U64( item );

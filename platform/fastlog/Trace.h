@@ -20,9 +20,9 @@
 
 #include <atomic>
 #include <memory>
-#include <ostream>
 
 #include "platform/fastlog/TraceConfig.h"
+#include "platform/fastlog/TraceStream.h"
 #include "platform/kiln/Types.h"
 
 namespace FastLog {
@@ -53,7 +53,7 @@ class TraceChannel {
    const char * name_;
 };
 
-// Builds one trace line in a per-thread buffer and hands it to the sink.
+// Builds one trace line in a per-thread stream and hands it to the sink.
 // Used by the macros; a line whose building throws is dropped.
 class TraceWriter {
  public:
@@ -62,17 +62,14 @@ class TraceWriter {
    TraceWriter( const TraceWriter & ) = delete;
    TraceWriter & operator=( const TraceWriter & ) = delete;
 
-   std::ostream & stream() { return *stream_; }
+   TraceStream & stream() { return *stream_; }
    void commit();
-
-   struct LineStream;
 
  private:
    const TraceChannel & channel_;
    U32 level_;
-   LineStream * line_;
-   std::ostream * stream_;
-   std::unique_ptr< LineStream > nested_;  // when a streamed value traces itself
+   TraceStream * stream_;
+   std::unique_ptr< TraceStream > nested_;  // when a streamed value traces itself
 };
 
 } // namespace FastLog
