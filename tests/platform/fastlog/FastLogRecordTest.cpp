@@ -6,7 +6,6 @@
 #include <atomic>
 #include <cinttypes>
 #include <cstring>
-#include <regex>
 #include <sstream>
 #include <thread>
 #include <vector>
@@ -93,11 +92,9 @@ TEST_F( RingTest, DumpWritesSequenceTimeAndText ) {
 
    std::ostringstream dump;
    FastLog::recordsDump( dump );
-   const std::string ts = FastLogTest::timestampPattern;
-   EXPECT_TRUE( std::regex_match(
-      dump.str(), std::regex( "0 " + ts + " fp entry create 0x0 0x1000005 0x64\n1 " + ts +
-                              " fp range create 0x1 0x8 10 20\n" ) ) )
-      << dump.str();
+   EXPECT_EQ( "0 <ts> fp entry create 0x0 0x1000005 0x64\n"
+              "1 <ts> fp range create 0x1 0x8 10 20\n",
+              FastLogTest::maskTimestamps( dump.str() ) );
 
    // The descriptor form writes the same text.
    int pipeFds[ 2 ];

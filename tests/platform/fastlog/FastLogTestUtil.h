@@ -65,8 +65,31 @@ class StderrCapture {
    std::string path_;
 };
 
-// A timestamp as lines start with it.
-inline const char * const timestampPattern =
-   "[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{6}";
+// `text` with every time stamp ("2024-05-01 12:34:56.123456") replaced by
+// "<ts>", so that whole lines can be compared exactly.
+inline std::string
+maskTimestamps( const std::string & text ) {
+   static const char shape[] = "dddd-dd-dd dd:dd:dd.dddddd";
+   const size_t width = sizeof( shape ) - 1;
+   auto stampAt = [ & ]( size_t pos ) {
+      for ( size_t i = 0; i < width; ++i ) {
+         const char c = text[ pos + i ];
+         if ( shape[ i ] == 'd' ? !( c >= '0' && c <= '9' ) : c != shape[ i ] ) {
+            return false;
+         }
+      }
+      return true;
+   };
+   std::string masked;
+   for ( size_t pos = 0; pos < text.size(); ) {
+      if ( pos + width <= text.size() && stampAt( pos ) ) {
+         masked += "<ts>";
+         pos += width;
+      } else {
+         masked += text[ pos++ ];
+      }
+   }
+   return masked;
+}
 
 } // namespace FastLogTest

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <regex>
 
 #include "platform/fastlog/LogMessage.h"
 #include "tests/platform/fastlog/FastLogTestUtil.h"
@@ -49,12 +48,9 @@ TEST_F( LogMessageTest, LineCarriesNameSeverityAndText ) {
    EXPECT_EQ( 3u, messages[ 0 ].severity );
    EXPECT_EQ( "The switch is unable to program UDF due to insufficient hardware resources.",
               messages[ 0 ].text );
-   EXPECT_TRUE( std::regex_match(
-      messages[ 0 ].line,
-      std::regex( std::string( FastLogTest::timestampPattern ) +
-                  " TESSEL_UDF_HW_RESOURCE_FULL \\(3 error\\): The switch is unable to program "
-                  "UDF due to insufficient hardware resources\\." ) ) )
-      << messages[ 0 ].line;
+   EXPECT_EQ( "<ts> TESSEL_UDF_HW_RESOURCE_FULL (3 error): The switch is unable to program UDF "
+              "due to insufficient hardware resources.",
+              FastLogTest::maskTimestamps( messages[ 0 ].line ) );
 }
 
 TEST_F( LogMessageTest, PlaceholdersAreFilledInOrder ) {
@@ -70,11 +66,9 @@ TEST_F( LogMessageTest, StandardErrorByDefaultAndAnyDescriptorOnRequest ) {
    {
       FastLogTest::StderrCapture stderrCapture;
       FastLog::logMessage( udfHwResourceNormal );
-      EXPECT_TRUE( std::regex_match(
-         stderrCapture.text(),
-         std::regex( std::string( FastLogTest::timestampPattern ) +
-                     " TESSEL_UDF_HW_RESOURCE_NORMAL \\(3 error\\): The switch was able to "
-                     "program all the UDFs in the hardware\\.\n" ) ) );
+      EXPECT_EQ( "<ts> TESSEL_UDF_HW_RESOURCE_NORMAL (3 error): The switch was able to program "
+                 "all the UDFs in the hardware.\n",
+                 FastLogTest::maskTimestamps( stderrCapture.text() ) );
    }
    int pipeFds[ 2 ];
    ASSERT_EQ( 0, pipe( pipeFds ) );

@@ -5,7 +5,6 @@
 
 #include <fstream>
 #include <iomanip>
-#include <regex>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -168,11 +167,11 @@ TEST_F( TraceOutputTest, RingKeepsTheNewestLinesAndCountsTheRest ) {
 
    std::ostringstream dump;
    ring->dump( dump );
-   const std::string ts = FastLogTest::timestampPattern;
-   EXPECT_TRUE( std::regex_match(
-      dump.str(), std::regex( "\\(4 earlier lines dropped\\)\n" + ts + " TesselTcam 4 line 5\n" +
-                              ts + " TesselTcam 4 line 6\n" + ts + " TesselTcam 4 line 7\n" ) ) )
-      << dump.str();
+   EXPECT_EQ( "(4 earlier lines dropped)\n"
+              "<ts> TesselTcam 4 line 5\n"
+              "<ts> TesselTcam 4 line 6\n"
+              "<ts> TesselTcam 4 line 7\n",
+              FastLogTest::maskTimestamps( dump.str() ) );
 
    ring->clear();
    EXPECT_TRUE( ring->lines().empty() );
@@ -191,10 +190,8 @@ TEST_F( TraceOutputTest, FileAndStderrLinesCarryTimeChannelLevelAndText ) {
    {
       FastLogTest::StderrCapture stderrCapture;
       TRACE_CH( bcmFpCmdTrace, 2, "to stderr" );
-      const std::string ts = FastLogTest::timestampPattern;
-      const std::string text = stderrCapture.text();
-      EXPECT_TRUE( std::regex_match( text, std::regex( ts + " bcmFpCmd 2 to stderr\n" ) ) )
-         << text;
+      EXPECT_EQ( "<ts> bcmFpCmd 2 to stderr\n",
+                 FastLogTest::maskTimestamps( stderrCapture.text() ) );
    }
    FastLog::traceSinkIs( previous );
    file.reset();
@@ -202,11 +199,8 @@ TEST_F( TraceOutputTest, FileAndStderrLinesCarryTimeChannelLevelAndText ) {
    std::stringstream text;
    text << in.rdbuf();
    unlink( path.c_str() );
-   EXPECT_TRUE( std::regex_match(
-      text.str(), std::regex( std::string( FastLogTest::timestampPattern ) +
-                              " bcmFpCmd 4 bcm_field_group_compress\\( unit, groupId \\) "
-                              "\\(rc:0\\) no rc check\n" ) ) )
-      << text.str();
+   EXPECT_EQ( "<ts> bcmFpCmd 4 bcm_field_group_compress( unit, groupId ) (rc:0) no rc check\n",
+              FastLogTest::maskTimestamps( text.str() ) );
 }
 
 TEST( TraceFileSink, OpenFailureSaysWhy ) {
