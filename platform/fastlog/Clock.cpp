@@ -26,6 +26,7 @@ namespace {
 
 constexpr U64 recalibrateNanos = 100000000;  // 100 ms
 constexpr U64 firstScaleNanos = 10000000;    // a scale needs 10 ms to be exact enough
+constexpr U64 maxPairCycles = 20000;         // a few microseconds: the thread was not held up
 
 // Only where the kernel itself keeps time with the counter is it known to
 // run at one rate on every CPU.
@@ -40,6 +41,18 @@ counterTrusted() {
    const bool read = std::fgets( name, sizeof( name ), file ) != nullptr;
    std::fclose( file );
    return read && std::strcmp( name, "tsc\n" ) == 0;
+}
+
+// Reads the counter and the system clock together, the counter taken on
+// both sides. False when the two counter readings lie far apart: the thread
+// was held up, and the pair would skew the scale.
+bool
+readPair( U64 & cycles, U64 & nanos ) {
+   const U64 before = __rdtsc();
+   nanos = systemNanos();
+   const U64 after = __rdtsc();
+   cycles = before + ( after - before ) / 2;
+   return after - before < maxPairCycles;
 }
 
 // base + ( counter - baseCycles ) * nsPerCycle, published under a
@@ -74,9 +87,9 @@ class CycleClock {
    U64
    calibrate() {
       std::unique_lock< std::mutex > lock( mutex_, std::try_to_lock );
-      const U64 cycles = __rdtsc();
-      const U64 nanos = systemNanos();
-      if ( !lock.owns_lock() ) {
+      U64 cycles;
+      U64 nanos;
+      if ( !readPair( cycles, nanos ) || !lock.owns_lock() ) {
          return nanos;
       }
       if ( anchorCycles_ == 0 || nanos < anchorNanos_ || cycles <= anchorCycles_ ) {

@@ -20,8 +20,8 @@
 // integer is separated from it by a blank. A record holds 1 to 8 items, the
 // first a text; both limits are checked at compile time.
 //
-// Writing is thread-safe and lock-free; reading while others write skips
-// records overwritten during the read.
+// Writing is thread-safe and lock-free. Reading while others write leaves
+// out the records still being written or overwritten during the read.
 #pragma once
 
 #include <atomic>
