@@ -65,8 +65,11 @@ struct RecordText {
 //           U64 first (records before it were cleared)
 //   slot    U64 mark (seq + 1 once complete, 0 while written),
 //           U64 nanos, U64 kinds (4 bits per item, ItemKind),
+//           U64 check (a hash of seq, nanos, kinds and the items' words),
 //           U64 words[ maxItems ] (text addresses or integers)
 //
+// The check word catches what the mark cannot: a writer held up for a whole
+// turn of the ring finishing its stores into a slot a newer record owns.
 // Text addresses mean something only inside the writing process.
 class RecordRing {
  public:
@@ -74,7 +77,7 @@ class RecordRing {
    static constexpr U32 magic = 0x31524c46;  // "FLR1" read as bytes
 
    static constexpr size_t headerBytes = 32;
-   static constexpr size_t slotBytes = 24 + 8 * maxItems;
+   static constexpr size_t slotBytes = 32 + 8 * maxItems;
 
    // Bytes needed for a ring of `capacity` records.
    static constexpr size_t

@@ -3,7 +3,7 @@
 // A writer claims a sequence number, marks its slot busy (0), fills it and
 // publishes it by storing seq + 1 in the mark. A reader copies a slot and
 // keeps the copy only if the mark held the expected number before and
-// after the copy (a sequence lock per slot).
+// after the copy (a sequence lock per slot) and its check word matches.
 #include <algorithm>
 #include <cinttypes>
 #include <cstdio>
@@ -30,6 +30,7 @@ struct RecordRing::Slot {
    std::atomic< U64 > mark;
    std::atomic< U64 > nanos;
    std::atomic< U64 > kinds;
+   std::atomic< U64 > check;
    std::atomic< U64 > words[ maxItems ];
 };
 
@@ -59,6 +60,30 @@ capacityFor( size_t bytes ) {
    return slots >= 2 ? capacity : 0;
 }
 
+U32
+itemCount( U64 kinds ) {
+   U32 count = 0;
+   while ( count < RecordRing::maxItems && ( kinds >> ( 4 * count ) ) & 0xf ) {
+      ++count;
+   }
+   return count;
+}
+
+U64
+mix( U64 hash, U64 word ) {
+   hash = ( hash ^ word ) * 0x9e3779b97f4a7c15ull;
+   return hash ^ ( hash >> 29 );
+}
+
+U64
+checkWord( U64 seq, U64 nanos, U64 kinds, const U64 * words, U32 count ) {
+   U64 hash = mix( mix( mix( 0, seq ), nanos ), kinds );
+   for ( U32 i = 0; i < count; ++i ) {
+      hash = mix( hash, words[ i ] );
+   }
+   return hash;
+}
+
 bool
 readSlot( const RecordRing::Slot & slot, U64 seq, Copy & copy ) {
    if ( slot.mark.load( std::memory_order_acquire ) != seq + 1 ) {
@@ -66,11 +91,14 @@ readSlot( const RecordRing::Slot & slot, U64 seq, Copy & copy ) {
    }
    copy.nanos = slot.nanos.load( std::memory_order_relaxed );
    copy.kinds = U32( slot.kinds.load( std::memory_order_relaxed ) );
-   for ( U32 i = 0; i < RecordRing::maxItems; ++i ) {
+   const U64 check = slot.check.load( std::memory_order_relaxed );
+   const U32 count = itemCount( copy.kinds );
+   for ( U32 i = 0; i < count; ++i ) {
       copy.words[ i ] = slot.words[ i ].load( std::memory_order_relaxed );
    }
    std::atomic_thread_fence( std::memory_order_acquire );
-   return slot.mark.load( std::memory_order_relaxed ) == seq + 1;
+   return slot.mark.load( std::memory_order_relaxed ) == seq + 1 &&
+          check == checkWord( seq, copy.nanos, copy.kinds, copy.words, count );
 }
 
 void
@@ -144,8 +172,10 @@ RecordRing::append( U32 kinds, const U64 * words, U32 count ) {
    Slot & slot = slots_[ seq & mask_ ];
    slot.mark.store( 0, std::memory_order_relaxed );
    std::atomic_thread_fence( std::memory_order_release );
-   slot.nanos.store( nowNanos(), std::memory_order_relaxed );
+   const U64 nanos = nowNanos();
+   slot.nanos.store( nanos, std::memory_order_relaxed );
    slot.kinds.store( kinds, std::memory_order_relaxed );
+   slot.check.store( checkWord( seq, nanos, kinds, words, count ), std::memory_order_relaxed );
    for ( U32 i = 0; i < count; ++i ) {
       slot.words[ i ].store( words[ i ], std::memory_order_relaxed );
    }

@@ -8,6 +8,7 @@
 //   TRACE_CH( bcmFpCmdTrace, 4, callText << " (rc:" << rc << ")" );
 //
 //   if ( TRACE_ON( 9 ) ) { ... expensive preparation ... }
+//   if ( TRACE_CH_ON( bcmFpCmdTrace, 8 ) ) { ... }
 //
 // A trace point whose level is off costs one load and one branch and
 // evaluates none of its arguments. Levels are configured at run time
