@@ -1,0 +1,86 @@
+// The one family of macros through which the library calls the chip SDK.
+//
+// Each macro stringifies the call as written, so call sites are written the
+// way the traces must read: SDK_CALL( bcm_field_entry_install( unit, entryId ) )
+// traces "bcm_field_entry_install( unit, entryId )". Every call is made with
+// the activity lock released (an unlock anchor around the call) and is traced
+// at level 4 on the "bcmFpCmd" channel as
+//    <file>:<line> <call text> (rc:<code>)
+//
+//   SDK_CALL( call )            returns the code.
+//   SDK_CALL_CHECKED( call )    returns the code; a negative code is fatal:
+//                               standard error gets
+//                               "<file>:<line> <call text> API ERROR:<error string> (<code>)"
+//                               and the caller aborts on the assertion "0".
+//   SDK_CALL_NO_RC_CHECK( call )  result deliberately ignored; the trace line
+//                               ends in " no rc check".
+//   SDK_CALL_UNIT( unit, call ) returns the code; a negative code is also traced
+//                               as "Unit: <unit> <call text> API ERROR: (rc:<code>)".
+//   SDK_CALL_UNIT_MORE( unit, call, more )  the same, with the stream
+//                               expression `more` appended to the error line.
+//
+// The macros are GNU statement expressions so that the fatal assertion names
+// the calling function.
+#pragma once
+
+#include <sstream>
+#include <string>
+
+#include "common/TesselExport.h"
+#include "platform/kiln/ActivityLock.h"
+#include "platform/kiln/Assert.h"
+#include "platform/kiln/Types.h"
+#include "sdk/api/error.h"
+
+namespace Tessel {
+
+// Level-4 trace of a finished call; `suffix` follows the closing parenthesis.
+TESSEL_EXPORT void sdkCallTrace( const char * file, int line, const char * callText,
+                                 int rc, const char * suffix );
+// Writes the fatal report of a failed call to standard error.
+TESSEL_EXPORT void sdkCallFatalReport( const char * file, int line,
+                                       const char * callText, int rc );
+// Traces "Unit: <unit> <call text> API ERROR: (rc:<code>)<more>".
+TESSEL_EXPORT void sdkCallErrorTrace( U32 unit, const char * callText, int rc,
+                                      const std::string & more );
+
+} // namespace Tessel
+
+#define SDK_CALL_RAW_( call )                                                      \
+   ( { int sdkRc_;                                                                 \
+       {                                                                           \
+          ::Kiln::UnlockAnchor sdkAnchor_( ::Kiln::ActivityUnlockAnchor::lock() ); \
+          sdkRc_ = ( call );                                                       \
+       }                                                                           \
+       sdkRc_; } )
+
+#define SDK_CALL( call )                                                           \
+   ( { int sdkRc_ = SDK_CALL_RAW_( call );                                         \
+       ::Tessel::sdkCallTrace( __FILE_NAME__, __LINE__, #call, sdkRc_, "" );      \
+       sdkRc_; } )
+
+#define SDK_CALL_CHECKED( call )                                                   \
+   ( { int sdkRc_ = SDK_CALL( call );                                              \
+       if ( sdkRc_ < 0 ) {                                                         \
+          ::Tessel::sdkCallFatalReport( __FILE_NAME__, __LINE__, #call, sdkRc_ );  \
+          KILN_ASSERT( 0 );                                                        \
+       }                                                                           \
+       sdkRc_; } )
+
+#define SDK_CALL_NO_RC_CHECK( call )                                               \
+   do {                                                                            \
+      int sdkRc_ = SDK_CALL_RAW_( call );                                          \
+      ::Tessel::sdkCallTrace( __FILE_NAME__, __LINE__, #call, sdkRc_,             \
+                              " no rc check" );                                    \
+   } while ( 0 )
+
+#define SDK_CALL_UNIT_MORE( unit, call, more )                                     \
+   ( { int sdkRc_ = SDK_CALL( call );                                              \
+       if ( sdkRc_ < 0 ) {                                                         \
+          std::ostringstream sdkMore_;                                             \
+          sdkMore_ << more;                                                        \
+          ::Tessel::sdkCallErrorTrace( unit, #call, sdkRc_, sdkMore_.str() );      \
+       }                                                                           \
+       sdkRc_; } )
+
+#define SDK_CALL_UNIT( unit, call ) SDK_CALL_UNIT_MORE( unit, call, "" )

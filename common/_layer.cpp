@@ -1,1 +1,0 @@
-// Placeholder until the product's first source lands.
