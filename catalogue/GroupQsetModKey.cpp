@@ -2,14 +2,21 @@
 
 #include <ostream>
 
-#include "catalogue/TcamGroupId.h"
+#include "platform/kiln/ValueText.h"
 
 namespace Tessel {
 
+std::string
+GroupQsetModKey::valueText() const {
+   return Kiln::ValueText( "Tessel::GroupQsetModKey" )
+      .field( "groupId", groupId )
+      .field( "chipType", chipType )
+      .str();
+}
+
 std::ostream &
 operator<<( std::ostream & os, const GroupQsetModKey & key ) {
-   return os << "GroupQsetModKey(" << static_cast< TcamGroupId >( key.groupId ) << ", "
-             << key.chipType << ")";
+   return os << key.valueText();
 }
 
 } // namespace Tessel

@@ -8,8 +8,10 @@
 #include <cstddef>
 #include <functional>
 #include <iosfwd>
+#include <string>
 
 #include "common/TesselExport.h"
+#include "platform/kiln/Hash.h"
 #include "platform/kiln/Types.h"
 
 namespace Tessel {
@@ -20,9 +22,13 @@ struct GroupQsetModKey {
 
    // Ordered by group, then chip type.
    auto operator<=>( const GroupQsetModKey & ) const = default;
+
+   // "Value('Tessel::GroupQsetModKey', ** {'groupId': 7, 'chipType': 3})"
+   TESSEL_EXPORT std::string
+   valueText() const;
 };
 
-// Prints "GroupQsetModKey(<group name>, <chip type>)".
+// The value text form.
 TESSEL_EXPORT std::ostream &
 operator<<( std::ostream & os, const GroupQsetModKey & key );
 
@@ -32,7 +38,6 @@ template<>
 struct std::hash< Tessel::GroupQsetModKey > {
    std::size_t
    operator()( const Tessel::GroupQsetModKey & key ) const noexcept {
-      // Group ids stay below 2^8 and chip types below 2^8: no collisions.
-      return std::hash< U32 >()( ( key.groupId << 8 ) ^ key.chipType );
+      return Kiln::hashCombine( Kiln::hashMix( key.groupId ), key.chipType );
    }
 };

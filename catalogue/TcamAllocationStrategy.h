@@ -4,11 +4,10 @@
 // (tcamAllocateAsChunk()); both compare with U32.
 #pragma once
 
-#include <iosfwd>
-#include <string>
-#include <string_view>
+#include <iterator>
+#include <ostream>
 
-#include "common/TesselExport.h"
+#include "platform/kiln/EnumInstance.h"
 #include "platform/kiln/Types.h"
 
 namespace Tessel {
@@ -20,45 +19,49 @@ enum TcamAllocationStrategy : U32 {
    tcamAllocateAtBeginning_ = 3, // fixed range; all created at initialisation
 };
 
-constexpr U32 numTcamAllocationStrategyValues = 4;
-
 constexpr TcamAllocationStrategy
 tcamAllocateUnbounded() {
    return tcamAllocateUnbounded_;
 }
+
 constexpr TcamAllocationStrategy
 tcamAllocateOnDemand() {
    return tcamAllocateOnDemand_;
 }
+
 constexpr TcamAllocationStrategy
 tcamAllocateAsChunk() {
    return tcamAllocateAsChunk_;
 }
+
 constexpr TcamAllocationStrategy
 tcamAllocateAtBeginning() {
    return tcamAllocateAtBeginning_;
 }
 
-// Text forms: the enumerator name without the trailing underscore.
-// valueToStrep gives "" and stringValue the decimal number for a value
-// outside the enumeration; stream output is stringValue.
-TESSEL_EXPORT std::string_view
-valueToStrep( TcamAllocationStrategy value );
-TESSEL_EXPORT std::string
-stringValue( TcamAllocationStrategy value );
-TESSEL_EXPORT std::ostream &
-operator<<( std::ostream & os, TcamAllocationStrategy value );
+struct TcamAllocationStrategyNames {
+   typedef TcamAllocationStrategy Enum;
+   static constexpr const char * typeName = "TcamAllocationStrategy";
+   static constexpr Kiln::EnumName< TcamAllocationStrategy > names[] = {
+      { tcamAllocateUnbounded_, "tcamAllocateUnbounded" },
+      { tcamAllocateOnDemand_, "tcamAllocateOnDemand" },
+      { tcamAllocateAsChunk_, "tcamAllocateAsChunk" },
+      { tcamAllocateAtBeginning_, "tcamAllocateAtBeginning" },
+   };
+};
 
-// Parses an enumerator name; false (value untouched) for any other text.
-TESSEL_EXPORT bool
-sequenceToValue( std::string_view text, TcamAllocationStrategy & value );
+constexpr U32 numTcamAllocationStrategyValues =
+   static_cast< U32 >( std::size( TcamAllocationStrategyNames::names ) );
 
-// A value from its number or its name; throws std::out_of_range for a
-// number outside the enumeration and std::invalid_argument for an unknown
-// name.
-TESSEL_EXPORT TcamAllocationStrategy
-TcamAllocationStrategyInstance( U32 value );
-TESSEL_EXPORT TcamAllocationStrategy
-TcamAllocationStrategyInstance( std::string_view text );
+// Text forms (the enumerator names without the trailing underscore) come
+// from the instance type: valueToStrep( value ), which gives the digits of a
+// value without a name, sequenceToValue( text ), checked construction from
+// a number or a name, stringValue() and stream output.
+typedef Kiln::EnumInstance< TcamAllocationStrategyNames > TcamAllocationStrategyInstance;
+
+inline std::ostream &
+operator<<( std::ostream & os, TcamAllocationStrategy value ) {
+   return os << TcamAllocationStrategyInstance::valueToStrep( value );
+}
 
 } // namespace Tessel

@@ -5,11 +5,10 @@
 // the text forms that reports and traces print.
 #pragma once
 
-#include <iosfwd>
-#include <string>
-#include <string_view>
+#include <iterator>
+#include <ostream>
 
-#include "common/TesselExport.h"
+#include "platform/kiln/EnumInstance.h"
 #include "platform/kiln/Types.h"
 
 namespace Tessel {
@@ -156,28 +155,168 @@ enum TcamGroupAssignment : U32 {
    test8TcamGroup_ = 138,
 };
 
-constexpr U32 numTcamGroupAssignmentValues = 139;
+struct TcamGroupAssignmentNames {
+   typedef TcamGroupAssignment Enum;
+   static constexpr const char * typeName = "TcamGroupAssignment";
+   static constexpr Kiln::EnumName< TcamGroupAssignment > names[] = {
+      { stormControlTcamGroup_, "stormControlTcamGroup" },
+      { routingTcamGroup_, "routingTcamGroup" },
+      { macAclTcamGroup_, "macAclTcamGroup" },
+      { ipAclTcamGroup_, "ipAclTcamGroup" },
+      { vxlanL3RoutingControlTcamGroup_, "vxlanL3RoutingControlTcamGroup" },
+      { aclManagementTcamGroup_, "aclManagementTcamGroup" },
+      { aclPortBlockingTcamGroup_, "aclPortBlockingTcamGroup" },
+      { unknownL2McastFloodTcamGroup_, "unknownL2McastFloodTcamGroup" },
+      { l2ControlPrioTcamGroup_, "l2ControlPrioTcamGroup" },
+      { l3ControlPrioTcamGroup_, "l3ControlPrioTcamGroup" },
+      { l4MicroBfdTcamGroup_, "l4MicroBfdTcamGroup" },
+      { ipmcRoutingTcamGroup_, "ipmcRoutingTcamGroup" },
+      { ipmcBoundaryRoutesGroup_, "ipmcBoundaryRoutesGroup" },
+      { mlagTcamGroup_, "mlagTcamGroup" },
+      { macAclVfpTcamGroup_, "macAclVfpTcamGroup" },
+      { ipAclVfpTcamGroup_, "ipAclVfpTcamGroup" },
+      { ipAclVniTcamGroup_, "ipAclVniTcamGroup" },
+      { aclVfpManagementTcamGroup_, "aclVfpManagementTcamGroup" },
+      { qosTcamGroup_, "qosTcamGroup" },
+      { macPhyConcLinerateGenTcamGroup_, "macPhyConcLinerateGenTcamGroup" },
+      { routerAclTcamGroup_, "routerAclTcamGroup" },
+      { ipCoppTcamGroup_, "ipCoppTcamGroup" },
+      { ip6AclTcamGroup_, "ip6AclTcamGroup" },
+      { ip6AclVniTcamGroup_, "ip6AclVniTcamGroup" },
+      { ip6RouterAclTcamGroup_, "ip6RouterAclTcamGroup" },
+      { ip6AclVfpTcamGroup_, "ip6AclVfpTcamGroup" },
+      { ip6StdAclTcamGroup_, "ip6StdAclTcamGroup" },
+      { ip6StdAclVfpTcamGroup_, "ip6StdAclVfpTcamGroup" },
+      { macAclEgressTcamGroup_, "macAclEgressTcamGroup" },
+      { ipAclEgressTcamGroup_, "ipAclEgressTcamGroup" },
+      { routerAclEgressTcamGroup_, "routerAclEgressTcamGroup" },
+      { policyCoppIpTcamGroup_, "policyCoppIpTcamGroup" },
+      { policyQosIpTcamGroup_, "policyQosIpTcamGroup" },
+      { egrPolicyQosIpTcamGroup_, "egrPolicyQosIpTcamGroup" },
+      { policyQosIp6TcamGroup_, "policyQosIp6TcamGroup" },
+      { policyCoppIp6TcamGroup_, "policyCoppIp6TcamGroup" },
+      { pdpReservedTcamGroup_, "pdpReservedTcamGroup" },
+      { pdpTcamGroup_, "pdpTcamGroup" },
+      { ucastTcamGroup_, "ucastTcamGroup" },
+      { stormControlManagementTcamGroup_, "stormControlManagementTcamGroup" },
+      { ip6AclEgressTcamGroup_, "ip6AclEgressTcamGroup" },
+      { ip6StdAclPortEgressTcamGroup_, "ip6StdAclPortEgressTcamGroup" },
+      { ip6StdAclRouterEgressTcamGroup_, "ip6StdAclRouterEgressTcamGroup" },
+      { ip6RouterAclEgressTcamGroup_, "ip6RouterAclEgressTcamGroup" },
+      { urpfTcamGroup_, "urpfTcamGroup" },
+      { urpfTHxV4ExceptionTcamGroup_, "urpfTHxV4ExceptionTcamGroup" },
+      { urpfTcamDefaultV4V6Group_, "urpfTcamDefaultV4V6Group" },
+      { urpfTHxV4V6ExceptionTcamGroup_, "urpfTHxV4V6ExceptionTcamGroup" },
+      { ipDhcpSnoopingTcamGroup_, "ipDhcpSnoopingTcamGroup" },
+      { mlagControlTrafficTcamGroup_, "mlagControlTrafficTcamGroup" },
+      { fabricTcamGroup_, "fabricTcamGroup" },
+      { vxlanControlTcamGroup_, "vxlanControlTcamGroup" },
+      { ipPbrTcamGroup_, "ipPbrTcamGroup" },
+      { ip6PbrTcamGroup_, "ip6PbrTcamGroup" },
+      { blockHiGigLearnVfpTcamGroup_, "blockHiGigLearnVfpTcamGroup" },
+      { arpRequestInspectionTHxTcamGroup_, "arpRequestInspectionTHxTcamGroup" },
+      { arpReplyInspectionTHxTcamGroup_, "arpReplyInspectionTHxTcamGroup" },
+      { arpRequestInspectionTcamGroup_, "arpRequestInspectionTcamGroup" },
+      { arpReplyInspectionTcamGroup_, "arpReplyInspectionTcamGroup" },
+      { dot1xTHxTcamGroup_, "dot1xTHxTcamGroup" },
+      { dot1xTcamGroup_, "dot1xTcamGroup" },
+      { helmTcamGroup_, "helmTcamGroup" },
+      { loopProtectTcamGroup_, "loopProtectTcamGroup" },
+      { vxlanEfpTcamGroup_, "vxlanEfpTcamGroup" },
+      { vxlanEfpIvidRewriteTcamGroup_, "vxlanEfpIvidRewriteTcamGroup" },
+      { ipSourceGuardTcamGroup_, "ipSourceGuardTcamGroup" },
+      { fabricFlowControlTcamGroup_, "fabricFlowControlTcamGroup" },
+      { vxlanVfpControlTcamGroup_, "vxlanVfpControlTcamGroup" },
+      { vxlanVfpVfiControlTcamGroup_, "vxlanVfpVfiControlTcamGroup" },
+      { policyQosSviIpTcamGroup_, "policyQosSviIpTcamGroup" },
+      { policyQosSviIp6TcamGroup_, "policyQosSviIp6TcamGroup" },
+      { mirroringAclTcamGroup1_, "mirroringAclTcamGroup1" },
+      { mirroringAclTcamGroup2_, "mirroringAclTcamGroup2" },
+      { mirroringAclTcamGroup3_, "mirroringAclTcamGroup3" },
+      { mirroringAclTcamGroup4_, "mirroringAclTcamGroup4" },
+      { openFlowUdfTcamGroup_, "openFlowUdfTcamGroup" },
+      { openFlowVxlanUdfTcamGroup_, "openFlowVxlanUdfTcamGroup" },
+      { openFlowVfpTcamGroup_, "openFlowVfpTcamGroup" },
+      { openFlowManagementTcamGroup_, "openFlowManagementTcamGroup" },
+      { openFlowManagement2TcamGroup_, "openFlowManagement2TcamGroup" },
+      { openFlowL2OnlyGroupDefaultTcamGroup_, "openFlowL2OnlyGroupDefaultTcamGroup" },
+      { openFlowL2OnlyGroupLowTcamGroup_, "openFlowL2OnlyGroupLowTcamGroup" },
+      { openFlowFullMatchGroupDefaultTcamGroup_,
+        "openFlowFullMatchGroupDefaultTcamGroup" },
+      { openFlowFullMatchGroupLowTcamGroup_, "openFlowFullMatchGroupLowTcamGroup" },
+      { openFlowIP6ProtoOnlyGroupDefaultTcamGroup_,
+        "openFlowIP6ProtoOnlyGroupDefaultTcamGroup" },
+      { openFlowIP6ProtoOnlyGroupLowTcamGroup_, "openFlowIP6ProtoOnlyGroupLowTcamGroup" },
+      { openFlowExceptionFlowTcamGroup_, "openFlowExceptionFlowTcamGroup" },
+      { openFlowExceptionFlowTHxTcamGroup_, "openFlowExceptionFlowTHxTcamGroup" },
+      { openFlowManagementTHxTcamGroup_, "openFlowManagementTHxTcamGroup" },
+      { openFlowManagement2THxTcamGroup_, "openFlowManagement2THxTcamGroup" },
+      { conduitVfpTcamGroup_, "conduitVfpTcamGroup" },
+      { conduitL2OnlyGroupDefaultTcamGroup_, "conduitL2OnlyGroupDefaultTcamGroup" },
+      { conduitL2OnlyGroupLowTcamGroup_, "conduitL2OnlyGroupLowTcamGroup" },
+      { conduitFullMatchGroupDefaultTcamGroup_, "conduitFullMatchGroupDefaultTcamGroup" },
+      { conduitFullMatchGroupLowTcamGroup_, "conduitFullMatchGroupLowTcamGroup" },
+      { conduitIP6VlanOnlyGroupDefaultTcamGroup_,
+        "conduitIP6VlanOnlyGroupDefaultTcamGroup" },
+      { conduitIP6VlanOnlyGroupLowTcamGroup_, "conduitIP6VlanOnlyGroupLowTcamGroup" },
+      { conduitIP6ProtoOnlyGroupDefaultTcamGroup_,
+        "conduitIP6ProtoOnlyGroupDefaultTcamGroup" },
+      { conduitIP6ProtoOnlyGroupLowTcamGroup_, "conduitIP6ProtoOnlyGroupLowTcamGroup" },
+      { vfpVxlanVpTcamGroup_, "vfpVxlanVpTcamGroup" },
+      { vfpVxlanSipHitGroup_, "vfpVxlanSipHitGroup" },
+      { vfpVfiExceptionTcamGroup_, "vfpVfiExceptionTcamGroup" },
+      { vfiUnknownMcastRedirectGroup_, "vfiUnknownMcastRedirectGroup" },
+      { ttlCheckTcamGroup_, "ttlCheckTcamGroup" },
+      { pfcWatchdogTcamGroup_, "pfcWatchdogTcamGroup" },
+      { efpCoppTcamGroup_, "efpCoppTcamGroup" },
+      { efpDefaultCoppTcamGroup_, "efpDefaultCoppTcamGroup" },
+      { efpMirrorGreRateLimitTcamGroup_, "efpMirrorGreRateLimitTcamGroup" },
+      { efpMirrorPortRateLimitTcamGroup_, "efpMirrorPortRateLimitTcamGroup" },
+      { vfpPdpClassTcamGroup_, "vfpPdpClassTcamGroup" },
+      { vxlanEvpnMultiHomingGroup_, "vxlanEvpnMultiHomingGroup" },
+      { conduitP4RtVrfGroup_, "conduitP4RtVrfGroup" },
+      { conduitP4RtRerouteGroup_, "conduitP4RtRerouteGroup" },
+      { conduitP4RtEffingoGroup_, "conduitP4RtEffingoGroup" },
+      { conduitP4RtPuntGroup_, "conduitP4RtPuntGroup" },
+      { condiutP4RtPuntGroupReserved_, "condiutP4RtPuntGroupReserved" },
+      { conduitP4RtPostcardIpV4Group_, "conduitP4RtPostcardIpV4Group" },
+      { conduitP4RtPostcardIpV6Group_, "conduitP4RtPostcardIpV6Group" },
+      { conduitP4RtPostcardColorGroup_, "conduitP4RtPostcardColorGroup" },
+      { vfpVfiPdpL2CtrlTcamGroup_, "vfpVfiPdpL2CtrlTcamGroup" },
+      { ifpVlanPriTcamGroup_, "ifpVlanPriTcamGroup" },
+      { efpVlanPriTcamGroup_, "efpVlanPriTcamGroup" },
+      { fabricVfpTcamGroup_, "fabricVfpTcamGroup" },
+      { vfpPortVPTcamGroup_, "vfpPortVPTcamGroup" },
+      { vxlanTransitPortVPTcamGroup_, "vxlanTransitPortVPTcamGroup" },
+      { vfpTrunkNativeVPTcamGroup_, "vfpTrunkNativeVPTcamGroup" },
+      { conduitFabricTcamGroup_, "conduitFabricTcamGroup" },
+      { ifpPreserveQosTcamGroup_, "ifpPreserveQosTcamGroup" },
+      { efpEcnCountTcamGroup_, "efpEcnCountTcamGroup" },
+      { vfpTH3SystemAclGroup_, "vfpTH3SystemAclGroup" },
+      { ifpNatSupersetGroup_, "ifpNatSupersetGroup" },
+      { test1TcamGroup_, "test1TcamGroup" },
+      { test2TcamGroup_, "test2TcamGroup" },
+      { test3TcamGroup_, "test3TcamGroup" },
+      { test4TcamGroup_, "test4TcamGroup" },
+      { test5TcamGroup_, "test5TcamGroup" },
+      { test6TcamGroup_, "test6TcamGroup" },
+      { test7TcamGroup_, "test7TcamGroup" },
+      { test8TcamGroup_, "test8TcamGroup" },
+   };
+};
 
-// Text forms: the enumerator name without the trailing underscore.
-// valueToStrep gives "" and stringValue the decimal number for a value
-// outside the enumeration; stream output is stringValue.
-TESSEL_EXPORT std::string_view
-valueToStrep( TcamGroupAssignment value );
-TESSEL_EXPORT std::string
-stringValue( TcamGroupAssignment value );
-TESSEL_EXPORT std::ostream &
-operator<<( std::ostream & os, TcamGroupAssignment value );
+constexpr U32 numTcamGroupAssignmentValues =
+   static_cast< U32 >( std::size( TcamGroupAssignmentNames::names ) );
 
-// Parses an enumerator name; false (value untouched) for any other text.
-TESSEL_EXPORT bool
-sequenceToValue( std::string_view text, TcamGroupAssignment & value );
+// Text forms (the enumerator names without the trailing underscore) come
+// from the instance type: valueToStrep( value ), which gives the digits of a
+// value without a name, sequenceToValue( text ), checked construction from
+// a number or a name, stringValue() and stream output.
+typedef Kiln::EnumInstance< TcamGroupAssignmentNames > TcamGroupAssignmentInstance;
 
-// A value from its number or its name; throws std::out_of_range for a
-// number outside the enumeration and std::invalid_argument for an unknown
-// name.
-TESSEL_EXPORT TcamGroupAssignment
-TcamGroupAssignmentInstance( U32 value );
-TESSEL_EXPORT TcamGroupAssignment
-TcamGroupAssignmentInstance( std::string_view text );
+inline std::ostream &
+operator<<( std::ostream & os, TcamGroupAssignment value ) {
+   return os << TcamGroupAssignmentInstance::valueToStrep( value );
+}
 
 } // namespace Tessel

@@ -8,11 +8,10 @@
 // group ids, as assertion texts show ("groupId < HIGHEST_TCAM_GROUP_").
 #pragma once
 
-#include <iosfwd>
-#include <string>
-#include <string_view>
+#include <iterator>
+#include <ostream>
 
-#include "common/TesselExport.h"
+#include "platform/kiln/EnumInstance.h"
 #include "platform/kiln/Types.h"
 
 namespace Tessel {
@@ -113,28 +112,118 @@ enum TcamGroupId : U32 {
    COMPRESS_GROUP_ETHER_TYPE_ = 92,
 };
 
-constexpr U32 numTcamGroupIdValues = 93;
+struct TcamGroupIdNames {
+   typedef TcamGroupId Enum;
+   static constexpr const char * typeName = "TcamGroupId";
+   static constexpr Kiln::EnumName< TcamGroupId > names[] = {
+      { IFP_INVALID_GROUP_, "IFP_INVALID_GROUP" },
+      { IFP_GROUP_L3CTRL_OPENFLOW_, "IFP_GROUP_L3CTRL_OPENFLOW" },
+      { IFP_GROUP_L3CTRL_SNOOPING_HELM_, "IFP_GROUP_L3CTRL_SNOOPING_HELM" },
+      { IFP_GROUP_L2CTL_DOT1xMBA_, "IFP_GROUP_L2CTL_DOT1xMBA" },
+      { IFP_GROUP_L2CTL_ARP_REQUEST_, "IFP_GROUP_L2CTL_ARP_REQUEST" },
+      { IFP_GROUP_L2CTL_ARP_REPLY_, "IFP_GROUP_L2CTL_ARP_REPLY" },
+      { IFP_GROUP_L2CTL_L3ROUTING_, "IFP_GROUP_L2CTL_L3ROUTING" },
+      { IFP_GROUP_IP_ACL_, "IFP_GROUP_IP_ACL" },
+      { IFP_GROUP_MAC_ACL_, "IFP_GROUP_MAC_ACL" },
+      { IFP_GROUP_IPV6_STD_PACL_RACL_, "IFP_GROUP_IPV6_STD_PACL_RACL" },
+      { IFP_GROUP_IP_RACL_, "IFP_GROUP_IP_RACL" },
+      { IFP_GROUP_IPV6_RACL_, "IFP_GROUP_IPV6_RACL" },
+      { IFP_GROUP_IPV6_ACL_, "IFP_GROUP_IPV6_ACL" },
+      { IFP_GROUP_IP_ACL_VNI_, "IFP_GROUP_IP_ACL_VNI" },
+      { IFP_GROUP_IPV6_ACL_VNI_, "IFP_GROUP_IPV6_ACL_VNI" },
+      { IFP_GROUP_MIRROR_ACL_1_, "IFP_GROUP_MIRROR_ACL_1" },
+      { IFP_GROUP_MIRROR_ACL_2_, "IFP_GROUP_MIRROR_ACL_2" },
+      { IFP_GROUP_MIRROR_ACL_3_, "IFP_GROUP_MIRROR_ACL_3" },
+      { IFP_GROUP_MIRROR_ACL_4_, "IFP_GROUP_MIRROR_ACL_4" },
+      { IFP_GROUP_QOS_, "IFP_GROUP_QOS" },
+      { IFP_GROUP_POLICY_QOS_IP_, "IFP_GROUP_POLICY_QOS_IP" },
+      { IFP_GROUP_POLICY_QOS_IPV6_, "IFP_GROUP_POLICY_QOS_IPV6" },
+      { IFP_GROUP_SVI_POLICY_QOS_IP_, "IFP_GROUP_SVI_POLICY_QOS_IP" },
+      { IFP_GROUP_SVI_POLICY_QOS_IPV6_, "IFP_GROUP_SVI_POLICY_QOS_IPV6" },
+      { IFP_GROUP_COS_WAR_, "IFP_GROUP_COS_WAR" },
+      { IFP_GROUP_COPP_IP_, "IFP_GROUP_COPP_IP" },
+      { IFP_GROUP_COPP_IPV6_, "IFP_GROUP_COPP_IPV6" },
+      { IFP_GROUP_PDP_, "IFP_GROUP_PDP" },
+      { IFP_GROUP_PFC_WATCHDOG_, "IFP_GROUP_PFC_WATCHDOG" },
+      { IFP_GROUP_STORM_CTL_PORT_, "IFP_GROUP_STORM_CTL_PORT" },
+      { IFP_GROUP_UCAST_COLOR_, "IFP_GROUP_UCAST_COLOR" },
+      { IFP_GROUP_IP_PBR_, "IFP_GROUP_IP_PBR" },
+      { IFP_GROUP_IPV6_PBR_, "IFP_GROUP_IPV6_PBR" },
+      { IFP_GROUP_URPF_, "IFP_GROUP_URPF" },
+      { IFP_GROUP_VXLAN_, "IFP_GROUP_VXLAN" },
+      { IFP_GROUP_VFI_UNKNOWN_MCAST_, "IFP_GROUP_VFI_UNKNOWN_MCAST" },
+      { IFP_GROUP_IP_SOURCE_GUARD_, "IFP_GROUP_IP_SOURCE_GUARD" },
+      { IFP_GROUP_OPENFLOW_UDF_, "IFP_GROUP_OPENFLOW_UDF" },
+      { IFP_GROUP_OPENFLOW_VXLAN_, "IFP_GROUP_OPENFLOW_VXLAN" },
+      { IFP_GROUP_OPENFLOW_L2_ONLY_, "IFP_GROUP_OPENFLOW_L2_ONLY" },
+      { IFP_GROUP_OPENFLOW_FULL_, "IFP_GROUP_OPENFLOW_FULL" },
+      { IFP_GROUP_OPENFLOW_IPV6_PROTO_, "IFP_GROUP_OPENFLOW_IPV6_PROTO" },
+      { IFP_GROUP_CONDUIT_L2_ONLY_, "IFP_GROUP_CONDUIT_L2_ONLY" },
+      { IFP_GROUP_CONDUIT_FULL_, "IFP_GROUP_CONDUIT_FULL" },
+      { IFP_GROUP_CONDUIT_IPV6_VLAN_, "IFP_GROUP_CONDUIT_IPV6_VLAN" },
+      { IFP_GROUP_CONDUIT_IPV6_PROTO_, "IFP_GROUP_CONDUIT_IPV6_PROTO" },
+      { IFP_GROUP_CONDUIT_FABRIC_, "IFP_GROUP_CONDUIT_FABRIC" },
+      { IFP_GROUP_CONDUIT_P4RT_REROUTE_, "IFP_GROUP_CONDUIT_P4RT_REROUTE" },
+      { IFP_GROUP_CONDUIT_P4RT_EFFINGO_TABLE_, "IFP_GROUP_CONDUIT_P4RT_EFFINGO_TABLE" },
+      { IFP_GROUP_CONDUIT_P4RT_PUNT_, "IFP_GROUP_CONDUIT_P4RT_PUNT" },
+      { IFP_GROUP_CONDUIT_P4RT_POSTCARD_IPV4_, "IFP_GROUP_CONDUIT_P4RT_POSTCARD_IPV4" },
+      { IFP_GROUP_CONDUIT_P4RT_POSTCARD_IPV6_, "IFP_GROUP_CONDUIT_P4RT_POSTCARD_IPV6" },
+      { IFP_GROUP_CONDUIT_P4RT_POSTCARD_COLOR_, "IFP_GROUP_CONDUIT_P4RT_POSTCARD_COLOR" },
+      { IFP_GROUP_FABRIC_, "IFP_GROUP_FABRIC" },
+      { IFP_GROUP_MPC_, "IFP_GROUP_MPC" },
+      { IFP_GROUP_URPF_THX_V4V6_EXCEPTION_, "IFP_GROUP_URPF_THX_V4V6_EXCEPTION" },
+      { IFP_GROUP_IPMC_BOUNDARY_ROUTES_, "IFP_GROUP_IPMC_BOUNDARY_ROUTES" },
+      { IFP_GROUP_NAT_SUPERSET_, "IFP_GROUP_NAT_SUPERSET" },
+      { IFP_GROUP_EVPN_MULTIHOMING_, "IFP_GROUP_EVPN_MULTIHOMING" },
+      { EFP_GROUP_MAC_ACL_, "EFP_GROUP_MAC_ACL" },
+      { EFP_GROUP_IP_ACL_, "EFP_GROUP_IP_ACL" },
+      { EFP_GROUP_IPV6_PACL_, "EFP_GROUP_IPV6_PACL" },
+      { EFP_GROUP_IPV6_EGRESS_ACL_, "EFP_GROUP_IPV6_EGRESS_ACL" },
+      { EFP_GROUP_RACL_, "EFP_GROUP_RACL" },
+      { EFP_GROUP_IPV6_RACL_, "EFP_GROUP_IPV6_RACL" },
+      { EFP_GROUP_IPV6_EGRESS_RACL_, "EFP_GROUP_IPV6_EGRESS_RACL" },
+      { EFP_GROUP_POLICY_QOS_IP_, "EFP_GROUP_POLICY_QOS_IP" },
+      { EFP_GROUP_MIRROR_RATELIMIT_, "EFP_GROUP_MIRROR_RATELIMIT" },
+      { EFP_GROUP_VXLAN_, "EFP_GROUP_VXLAN" },
+      { EFP_GROUP_VLAN_PRI_, "EFP_GROUP_VLAN_PRI" },
+      { EFP_GROUP_MLAG_PEER_LINK_, "EFP_GROUP_MLAG_PEER_LINK" },
+      { EFP_GROUP_COPP_, "EFP_GROUP_COPP" },
+      { EFP_GROUP_ECN_COUNT_, "EFP_GROUP_ECN_COUNT" },
+      { VFP_GROUP_IP_ACL_, "VFP_GROUP_IP_ACL" },
+      { VFP_GROUP_MAC_ACL_, "VFP_GROUP_MAC_ACL" },
+      { VFP_GROUP_IPV6_ACL_, "VFP_GROUP_IPV6_ACL" },
+      { VFP_GROUP_IPV6_STD_ACL_, "VFP_GROUP_IPV6_STD_ACL" },
+      { VFP_GROUP_PORT_VP_, "VFP_GROUP_PORT_VP" },
+      { VFP_GROUP_VXLAN_PORT_VP_, "VFP_GROUP_VXLAN_PORT_VP" },
+      { VFP_GROUP_IP_VFI_EXCEPTION_, "VFP_GROUP_IP_VFI_EXCEPTION" },
+      { VFP_GROUP_PDP_CLASS_, "VFP_GROUP_PDP_CLASS" },
+      { VFP_GROUP_FABRIC_, "VFP_GROUP_FABRIC" },
+      { VFP_GROUP_OPENFLOW_VFP_, "VFP_GROUP_OPENFLOW_VFP" },
+      { VFP_GROUP_CONDUIT_L2_ONLY_, "VFP_GROUP_CONDUIT_L2_ONLY" },
+      { VFP_GROUP_TH3_SYS_ACL_, "VFP_GROUP_TH3_SYS_ACL" },
+      { VFP_GROUP_CONDUIT_P4RT_VRF_, "VFP_GROUP_CONDUIT_P4RT_VRF" },
+      { HIGHEST_TCAM_GROUP_, "HIGHEST_TCAM_GROUP" },
+      { COMPRESS_GROUP_L4_SRC_PORT_, "COMPRESS_GROUP_L4_SRC_PORT" },
+      { COMPRESS_GROUP_L4_DST_PORT_, "COMPRESS_GROUP_L4_DST_PORT" },
+      { COMPRESS_GROUP_SRC_IP_, "COMPRESS_GROUP_SRC_IP" },
+      { COMPRESS_GROUP_DST_IP_, "COMPRESS_GROUP_DST_IP" },
+      { COMPRESS_GROUP_IP_PROTOCOL_, "COMPRESS_GROUP_IP_PROTOCOL" },
+      { COMPRESS_GROUP_ETHER_TYPE_, "COMPRESS_GROUP_ETHER_TYPE" },
+   };
+};
 
-// Text forms: the enumerator name without the trailing underscore.
-// valueToStrep gives "" and stringValue the decimal number for a value
-// outside the enumeration; stream output is stringValue.
-TESSEL_EXPORT std::string_view
-valueToStrep( TcamGroupId value );
-TESSEL_EXPORT std::string
-stringValue( TcamGroupId value );
-TESSEL_EXPORT std::ostream &
-operator<<( std::ostream & os, TcamGroupId value );
+constexpr U32 numTcamGroupIdValues =
+   static_cast< U32 >( std::size( TcamGroupIdNames::names ) );
 
-// Parses an enumerator name; false (value untouched) for any other text.
-TESSEL_EXPORT bool
-sequenceToValue( std::string_view text, TcamGroupId & value );
+// Text forms (the enumerator names without the trailing underscore) come
+// from the instance type: valueToStrep( value ), which gives the digits of a
+// value without a name, sequenceToValue( text ), checked construction from
+// a number or a name, stringValue() and stream output.
+typedef Kiln::EnumInstance< TcamGroupIdNames > TcamGroupIdInstance;
 
-// A value from its number or its name; throws std::out_of_range for a
-// number outside the enumeration and std::invalid_argument for an unknown
-// name.
-TESSEL_EXPORT TcamGroupId
-TcamGroupIdInstance( U32 value );
-TESSEL_EXPORT TcamGroupId
-TcamGroupIdInstance( std::string_view text );
+inline std::ostream &
+operator<<( std::ostream & os, TcamGroupId value ) {
+   return os << TcamGroupIdInstance::valueToStrep( value );
+}
 
 } // namespace Tessel

@@ -2,11 +2,10 @@
 // carry a trailing underscore and have value functions.
 #pragma once
 
-#include <iosfwd>
-#include <string>
-#include <string_view>
+#include <iterator>
+#include <ostream>
 
-#include "common/TesselExport.h"
+#include "platform/kiln/EnumInstance.h"
 #include "platform/kiln/Types.h"
 
 namespace Tessel {
@@ -17,41 +16,43 @@ enum TcamStageTypes : U32 {
    stageTypeEgress_ = 2,  // EFP
 };
 
-constexpr U32 numTcamStageTypesValues = 3;
-
 constexpr TcamStageTypes
 stageTypeIngress() {
    return stageTypeIngress_;
 }
+
 constexpr TcamStageTypes
 stageTypeLookup() {
    return stageTypeLookup_;
 }
+
 constexpr TcamStageTypes
 stageTypeEgress() {
    return stageTypeEgress_;
 }
 
-// Text forms: the enumerator name without the trailing underscore.
-// valueToStrep gives "" and stringValue the decimal number for a value
-// outside the enumeration; stream output is stringValue.
-TESSEL_EXPORT std::string_view
-valueToStrep( TcamStageTypes value );
-TESSEL_EXPORT std::string
-stringValue( TcamStageTypes value );
-TESSEL_EXPORT std::ostream &
-operator<<( std::ostream & os, TcamStageTypes value );
+struct TcamStageTypesNames {
+   typedef TcamStageTypes Enum;
+   static constexpr const char * typeName = "TcamStageTypes";
+   static constexpr Kiln::EnumName< TcamStageTypes > names[] = {
+      { stageTypeIngress_, "stageTypeIngress" },
+      { stageTypeLookup_, "stageTypeLookup" },
+      { stageTypeEgress_, "stageTypeEgress" },
+   };
+};
 
-// Parses an enumerator name; false (value untouched) for any other text.
-TESSEL_EXPORT bool
-sequenceToValue( std::string_view text, TcamStageTypes & value );
+constexpr U32 numTcamStageTypesValues =
+   static_cast< U32 >( std::size( TcamStageTypesNames::names ) );
 
-// A value from its number or its name; throws std::out_of_range for a
-// number outside the enumeration and std::invalid_argument for an unknown
-// name.
-TESSEL_EXPORT TcamStageTypes
-TcamStageTypesInstance( U32 value );
-TESSEL_EXPORT TcamStageTypes
-TcamStageTypesInstance( std::string_view text );
+// Text forms (the enumerator names without the trailing underscore) come
+// from the instance type: valueToStrep( value ), which gives the digits of a
+// value without a name, sequenceToValue( text ), checked construction from
+// a number or a name, stringValue() and stream output.
+typedef Kiln::EnumInstance< TcamStageTypesNames > TcamStageTypesInstance;
+
+inline std::ostream &
+operator<<( std::ostream & os, TcamStageTypes value ) {
+   return os << TcamStageTypesInstance::valueToStrep( value );
+}
 
 } // namespace Tessel

@@ -1,6 +1,6 @@
 #include "catalogue/TesselTcamGroups.h"
 
-#include <string_view>
+#include <string>
 
 #include "catalogue/TcamTables.h"
 #include "platform/kiln/Assert.h"
@@ -155,7 +155,7 @@ skipReservation( TcamGroupAssignment featureId, bool thxLayout, bool th3SysAcl )
 
 TcamStageTypes
 getGroupStage( U32 groupId ) {
-   std::string_view name = valueToStrep( static_cast< TcamGroupId >( groupId ) );
+   std::string name = TcamGroupIdInstance::valueToStrep( TcamGroupId( groupId ) );
    if ( name.starts_with( "IFP_" ) || name.starts_with( "COMPRESS_GROUP_" ) ) {
       return stageTypeIngress_;
    }

@@ -85,6 +85,11 @@ assertionReport( std::string_view signature, std::string_view text ) {
           escaped( text ) + "' failed\\.";
 }
 
+inline std::string
+groupName( U32 groupId ) {
+   return Tessel::TcamGroupIdInstance::valueToStrep( Tessel::TcamGroupId( groupId ) );
+}
+
 // The qualifiers of a -1-terminated list, in order.
 inline std::vector< int >
 listOf( const int * fields, unsigned slots ) {

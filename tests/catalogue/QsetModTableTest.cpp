@@ -34,7 +34,7 @@ qualsOf( const TcamQsetModDef * row ) {
 
 std::string
 describe( const TcamQsetModDef * row ) {
-   return stringValue( static_cast< TcamGroupId >( row->groupId ) ) + " on chip type " +
+   return groupName( row->groupId ) + " on chip type " +
           std::to_string( row->chipType );
 }
 

@@ -88,7 +88,7 @@ everyList() {
 
 std::vector< std::string >
 nameTokens( U32 groupId ) {
-   std::string name( valueToStrep( static_cast< TcamGroupId >( groupId ) ) );
+   std::string name( groupName( groupId ) );
    std::vector< std::string > tokens;
    std::string::size_type start = 0;
    for ( auto end = name.find( '_' ); ; end = name.find( '_', start ) ) {
@@ -110,7 +110,7 @@ TEST_F( QualifierLists, EverySlotIsFilledFromTheShim ) {
       if ( isMirrorAclGroup( groupId ) ) {
          continue;
       }
-      std::string what = stringValue( static_cast< TcamGroupId >( groupId ) );
+      std::string what = groupName( groupId );
       expectFilledList( getTcamGroupFields( groupId, 0 ), tcamGroupQualifierSlots, what );
       expectOneTerminator( getTcamGroupFields( groupId, 0 ), tcamGroupQualifierSlots, what );
       EXPECT_FALSE( fieldsOf( groupId ).empty() ) << what;
@@ -130,7 +130,7 @@ TEST_F( QualifierLists, EverySlotIsFilledFromTheShim ) {
 TEST_F( QualifierLists, GroupsMatchOnlyWhatTheirStageSees ) {
    for ( U32 groupId = 1; groupId < HIGHEST_TCAM_GROUP_; ++groupId ) {
       expectStageSense( fieldsOf( groupId ), groupId,
-                        stringValue( static_cast< TcamGroupId >( groupId ) ) );
+                        groupName( groupId ) );
    }
    for ( int type : { 0, 1, 2 } ) {
       expectStageSense( fieldsOf( IFP_GROUP_MIRROR_ACL_1_, type ), IFP_GROUP_MIRROR_ACL_1_,
@@ -148,7 +148,7 @@ TEST_F( QualifierLists, GroupsMatchTheFieldsTheirNamesPromise ) {
       std::vector< std::string > tokens = nameTokens( groupId );
       std::set< std::string > words( tokens.begin(), tokens.end() );
       std::vector< int > list = fieldsOf( groupId, words.count( "MIRROR" ) ? 1 : 0 );
-      std::string what = stringValue( static_cast< TcamGroupId >( groupId ) );
+      std::string what = groupName( groupId );
       if ( words.count( "IP" ) || words.count( "IPV4" ) ) {
          EXPECT_TRUE( hasAny( list, v4 ) ) << what;
          EXPECT_FALSE( hasAny( list, v6 ) ) << what;

@@ -25,7 +25,8 @@ lower( std::string text ) {
 // the lookup stage, "EFP" or "Egress" the egress stage.
 std::optional< TcamStageTypes >
 stageNamed( const TcamReservation & row ) {
-   std::string names = lower( row.name ) + " " + lower( stringValue( row.featureId ) );
+   std::string names = lower( row.name ) + " " +
+                       lower( TcamGroupAssignmentInstance::valueToStrep( row.featureId ) );
    if ( names.find( "vfp" ) != std::string::npos ) {
       return stageTypeLookup_;
    }
