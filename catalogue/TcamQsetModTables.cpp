@@ -1,7 +1,9 @@
 // Per-chip qualifier adjustments: what each chip type removes from
 // (excludes) or adds to (includes) a group's qualifier list, keyed by
 // (group, chip type), each pair at most once per table. Rows exist for the
-// chip types of our profiles: Classic, Trident3, Thx and Th3.
+// chip types of our profiles: Classic, Trident3, Thx and Th3; groups that only
+// one family creates (VFP_GROUP_TH3_SYS_ACL on Th3, the uRPF exception group
+// IFP_GROUP_URPF_THX_V4V6_EXCEPTION on Thx and Th3) have rows for it alone.
 #include "catalogue/TcamTables.h"
 
 #include <array>
