@@ -30,6 +30,7 @@ TesselTcamGroupManager::getTcamGroupPriority( U32 groupId, int mirAclType ) cons
       return getGroupPriority( IFP_GROUP_POLICY_QOS_IP_ );
    }
    if ( isMirrorAclGroup( groupId ) && mirAclType < 2 && mirrorAclSliceSharingSupported() ) {
+      KILN_ASSERT( groupMirroringAclType( groupId ) == mirAclType );
       return sharedMirrorAclPriority( groupId, mirAclType );
    }
    return getGroupPriority( groupId );
@@ -41,7 +42,6 @@ TesselTcamGroupManager::getTcamGroupPriority( U32 groupId, int mirAclType ) cons
 U32
 TesselTcamGroupManager::sharedMirrorAclPriority( U32 groupId, int mirAclType ) const {
    U8 group = static_cast< U8 >( groupId );
-   KILN_ASSERT( groupMirroringAclType( group ) == mirAclType );
    if ( mirrorAclGroupToPriorityHas( groupId ) ) {
       return mirrorAclGroupToPriority( groupId );
    }
@@ -75,6 +75,11 @@ TesselTcamGroupManager::getNumPipe( U32 unit ) const {
    }
    const Agent::ChipInfo * info = chipInfo( unit );
    return info ? info->numPipes() : numPipe();
+}
+
+U32
+TesselTcamGroupManager::getNumPipe( U32 unit, U32 groupId ) const {
+   return getGroupStage( groupId ) == stageTypeIngress_ ? getNumPipe( unit ) : 1;
 }
 
 U32

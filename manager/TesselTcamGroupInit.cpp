@@ -4,6 +4,7 @@
 // takes back exactly what was made, in reverse.
 #include "manager/TesselTcamGroupManager.h"
 
+#include <optional>
 #include <vector>
 
 #include "catalogue/TesselTcamGroups.h"
@@ -32,8 +33,10 @@ class GroupCreation {
    GroupCreation( TesselTcamGroupManager & manager, U32 unit, U32 groupId,
                   const bcm_field_qset_t & qset, const Shim::PortConfig & portConfig )
          : m_( manager ), unit_( unit ), groupId_( groupId ), portConfig_( portConfig ),
-           perPipe_( manager.stageIngress( unit ) ),
-           ingress_( getGroupStage( groupId ) == stageTypeIngress_ ) {
+           perPipe_( manager.stageIngress( unit ) &&
+                     getGroupStage( groupId ) == stageTypeIngress_ ),
+           pipes_( manager.getNumPipe( unit, groupId ) ),
+           copies_( manager.getNumCopiesPerPipe( unit, groupId ) ) {
       groupConfig_.qset = qset;
    }
 
@@ -54,8 +57,11 @@ class GroupCreation {
    U32 unit_;
    U32 groupId_;
    const Shim::PortConfig & portConfig_;
-   bool perPipe_; // one SDK group per pipe, each limited to the pipe's ports
-   bool ingress_;
+   // An ingress group of a unit whose ingress runs per pipe: one SDK group
+   // per pipe, each seeing only the packets of its pipe's ports.
+   bool perPipe_;
+   U32 pipes_;
+   U32 copies_;
    Shim::GroupConfig groupConfig_;
    std::vector< bcm_field_presel_t > presels_; // by pipe
    std::vector< U32 > pipeGroups_;             // created, in order
@@ -81,8 +87,8 @@ GroupCreation::run() {
 }
 
 // Flags by value in the order they are decided: 8 (action set), 32768
-// (hint), 1 (id), 4 (mode); groups limited to a pipe take 2 (ports) and,
-// with preselectors, 64, and have no action set of their own.
+// (hint), 1 (id), 4 (mode); groups limited to a pipe take 2 (ports) and 64
+// (preselectors) and have no action set of their own.
 void
 GroupCreation::buildConfig() {
    Shim::GroupConfig & groupConfig = groupConfig_;
@@ -94,9 +100,7 @@ GroupCreation::buildConfig() {
    if ( perPipe_ ) {
       groupConfig.flags_or( BCM_FIELD_GROUP_CREATE_WITH_PORT );
       groupConfig.flags_clear( BCM_FIELD_GROUP_CREATE_WITH_ASET );
-      if ( ingress_ ) {
-         groupConfig.flags_or( BCM_FIELD_GROUP_CREATE_WITH_PRESELSET );
-      }
+      groupConfig.flags_or( BCM_FIELD_GROUP_CREATE_WITH_PRESELSET );
    }
    const Agent::ChipInfo * info = m_.chipInfo( unit_ );
    groupConfig.use_serial_mux_allocation = info && info->serialMuxAllocation() ? 1 : 0;
@@ -113,7 +117,8 @@ GroupCreation::buildConfig() {
 void
 GroupCreation::setActionSet() {
    bool trident3 = m_.chipTypeFromUnit( unit_ ) == Shim::chipTypeTrident3;
-   if ( !trident3 || !ingress_ ||
+   bool ingress = getGroupStage( groupId_ ) == stageTypeIngress_;
+   if ( !trident3 || !ingress ||
         !( groupConfig_.flags & BCM_FIELD_GROUP_CREATE_WITH_ASET ) ) {
       groupConfig_.flags_clear( BCM_FIELD_GROUP_CREATE_WITH_ASET );
       return;
@@ -123,15 +128,15 @@ GroupCreation::setActionSet() {
    }
 }
 
-// Ingress groups of a per-pipe unit see only their pipe's packets: one
-// preselector per pipe, shared by the pipe's copies.
+// Per-pipe groups see only their pipe's packets through the pipe's
+// preselector, which the pipe's copies share.
 bool
 GroupCreation::createPresels( UndoList & undo ) {
-   if ( !perPipe_ || !ingress_ ) {
+   if ( !perPipe_ ) {
       return true;
    }
    undo.push( [ this ] { m_.doDestroyGroupPreselId( unit_, groupId_ ); } );
-   for ( U32 pipe = 0; pipe < m_.getNumPipe( unit_ ); ++pipe ) {
+   for ( U32 pipe = 0; pipe < pipes_; ++pipe ) {
       if ( !createPresel( pipe ) ) {
          return false;
       }
@@ -143,12 +148,17 @@ bool
 GroupCreation::createPresel( U32 pipe ) {
    U32 unit = unit_;
    const Shim::PortConfig & portConfig = portConfig_;
+   U32 pipeGroupId = m_.getPipeGroupId( unit, pipe, 0, groupId_ );
+   if ( std::optional< U32 > shared = m_.pipePreselId( unit, pipe ) ) {
+      m_.doStoreGroupPreselId( unit, pipeGroupId, *shared );
+      presels_.push_back( static_cast< bcm_field_presel_t >( *shared ) );
+      return true;
+   }
    bcm_field_presel_t preselId = 0;
    if ( SDK_CALL_UNIT( unit, bcm_field_presel_create( unit, &preselId ) ) < 0 ) {
       return false;
    }
-   m_.doStoreGroupPreselId( unit, m_.getPipeGroupId( unit, pipe, 0, groupId_ ),
-                            static_cast< U32 >( preselId ) );
+   m_.doStoreGroupPreselId( unit, pipeGroupId, static_cast< U32 >( preselId ) );
    presels_.push_back( preselId );
    if ( SDK_CALL_UNIT( unit, bcm_field_qualify_Stage( unit, preselId | BCM_FIELD_QUALIFY_PRESEL,
                                                       bcmFieldStageIngress ) ) < 0 ) {
@@ -195,8 +205,8 @@ GroupCreation::createHint( UndoList & undo ) {
 
 bool
 GroupCreation::createPipeGroups( UndoList & undo ) {
-   for ( U32 pipe = 0; pipe < m_.getNumPipe( unit_ ); ++pipe ) {
-      for ( U32 copy = 0; copy < m_.getNumCopiesPerPipe( unit_, groupId_ ); ++copy ) {
+   for ( U32 pipe = 0; pipe < pipes_; ++pipe ) {
+      for ( U32 copy = 0; copy < copies_; ++copy ) {
          if ( !createPipeGroup( pipe, copy ) ) {
             return false;
          }
@@ -252,7 +262,7 @@ GroupCreation::record() {
 bool
 GroupCreation::needsOvidWar() const {
    const Agent::ChipInfo * info = m_.chipInfo( unit_ );
-   return info && info->untaggedOuterVlanZero() && perPipe_ && ingress_ &&
+   return info && info->untaggedOuterVlanZero() && perPipe_ &&
           qsetHas( groupConfig_.qset, sdkShim().AR_bcmFieldQualifyOuterVlanId() );
 }
 
@@ -311,16 +321,41 @@ TesselTcamGroupManager::doStoreGroupPreselId( U32 unit, U32 pipeGroupId, U32 pre
    groupIdToPreselIdIs( UnitGroupId{ unit, pipeGroupId }, preselId );
 }
 
+// A preselector selects one pipe's packets, so every per-pipe group of
+// that pipe uses the same one; the last group to let go destroys it.
 void
 TesselTcamGroupManager::doDestroyGroupPreselId( U32 unit, U32 groupId ) {
    for ( const UnitGroupId & key : groupIdToPreselId_.keys() ) {
       if ( key.unit != unit || ( key.groupId & 0x00FFFFFF ) != groupId ) {
          continue;
       }
-      int preselId = static_cast< int >( groupIdToPreselId( key ) );
-      SDK_CALL_UNIT( unit, bcm_field_presel_destroy( unit, preselId ) );
+      U32 preselId = groupIdToPreselId( key );
       groupIdToPreselIdDel( key );
+      if ( !preselInUse( unit, preselId ) ) {
+         SDK_CALL_UNIT( unit, bcm_field_presel_destroy( unit, preselId ) );
+      }
    }
+}
+
+bool
+TesselTcamGroupManager::preselInUse( U32 unit, U32 preselId ) const {
+   for ( const auto & [ key, presel ] : groupIdToPreselId_ ) {
+      if ( key.unit == unit && presel == preselId ) {
+         return true;
+      }
+   }
+   return false;
+}
+
+std::optional< U32 >
+TesselTcamGroupManager::pipePreselId( U32 unit, U32 pipe ) const {
+   for ( const auto & [ key, presel ] : groupIdToPreselId_ ) {
+      U32 group = key.groupId & 0x00FFFFFF;
+      if ( key.unit == unit && key.groupId == getPipeGroupId( unit, pipe, 0, group ) ) {
+         return presel;
+      }
+   }
+   return std::nullopt;
 }
 
 } // namespace Tessel

@@ -30,6 +30,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "catalogue/GroupQsetModKey.h"
@@ -213,6 +214,9 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    // Pipes a group spans on the unit: 2 under the outer-VLAN-ID workaround,
    // numPipe on per-pipe units, else 1.
    U32 getNumPipe( U32 unit ) const;
+   // Pipes the group spans on the unit: getNumPipe( unit ) for ingress
+   // groups; 1 for lookup and egress groups, whose stages run once per unit.
+   U32 getNumPipe( U32 unit, U32 groupId ) const;
    // Copies of a group per pipe: 2 for groups that need the in-port bitmap
    // workaround on per-pipe units of chips with one of its conditions.
    U32 getNumCopiesPerPipe( U32 unit, U32 groupId ) const;
@@ -235,11 +239,15 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    // other ids create nothing. A failure is traced and leaves the unit
    // without that group.
    void initializeCompressionGroups( U32 unit, TcamGroupId compressGroup );
-   // Preselectors of a group's pipe copies, under UnitGroupId( unit, pipe
-   // group id of copy 0 ).
+   // Records the preselector of a group's pipe (its copies share it) under
+   // UnitGroupId( unit, pipe group id of copy 0 ).
    void doStoreGroupPreselId( U32 unit, U32 pipeGroupId, U32 preselId );
-   // Destroys every preselector recorded for the group on the unit.
+   // Drops the group's preselector records on the unit; a preselector no
+   // other group of the unit uses any more is destroyed.
    void doDestroyGroupPreselId( U32 unit, U32 groupId );
+   // The preselector that selects the pipe's packets on the unit, if some
+   // group already made it.
+   std::optional< U32 > pipePreselId( U32 unit, U32 pipe ) const;
    // The keys of the group's pipe groups that exist on the unit, in order.
    std::vector< GroupIdToPipeGroupId > pipeGroupsOf( U32 unit, U32 groupId ) const;
 
@@ -1145,6 +1153,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    class AclParamConfigReactor;
    void copyAclParamConfig();
    U32 sharedMirrorAclPriority( U32 groupId, int mirAclType ) const;
+   bool preselInUse( U32 unit, U32 preselId ) const;
    void setUpUnit( U32 unit, const Agent::ChipInfo & info );
    void registerReservations( U32 unit, const Agent::ChipInfo & info );
    void forgetUnit( U32 unit );
