@@ -45,15 +45,16 @@ MailboxServer::MailboxServer( const Store & store, U32 slotCount, std::string do
 }
 
 MailboxServer::~MailboxServer() {
-   if ( segment_.valid() ) {
+   // Only a tampering client could have shrunk the segment; do not fault on it.
+   if ( segment_.valid() && fileSizeOf( segment_.fd() ) >= segment_.size() ) {
       auto * h = reinterpret_cast< MailboxHeader * >( segment_.data() );
       storeRelease( &h->state, segmentRetired );
       // Waiting clients look at the header again and stop waiting.
       for ( U32 index = 0; index < slotCount_; ++index ) {
          futexWakeAll( &slot( index ).control );
       }
-      segment_.unlinkIfOwn();
    }
+   segment_.unlinkIfOwn();
 }
 
 MailboxSlot &

@@ -179,6 +179,7 @@ class TableReader {
    Step tryOnce( Snapshot & out, Status & status );
    Step attach( Status & status );
    Step unsettledHeader( Status & status );
+   Step copyTable( Snapshot & out, Status & status );
    Status checkFixedHeader() const;
    Status checkShape( U32 capacity, U32 count, U32 recordSize, U32 slotSize ) const;
    Status checkSlots( const Snapshot & copy ) const;

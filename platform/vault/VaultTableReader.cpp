@@ -125,6 +125,13 @@ TableReader::tryOnce( Snapshot & out, Status & status ) {
    if ( !segment_.valid() && ( attach( status ), !status.ok() ) ) {
       return Step::done;
    }
+   // Taking the file's size first means a segment that shrank is never read
+   // past its end (only tampering shrinks one; the window left is tiny).
+   bool changed = false;
+   status = segment_.remapToFileSize( changed );
+   if ( !status.ok() ) {
+      return Step::done;
+   }
    if ( segment_.size() < sizeof( TableHeader ) || loadAcquire( &header()->magic ) == 0 ) {
       return unsettledHeader( status );
    }
@@ -145,17 +152,17 @@ TableReader::tryOnce( Snapshot & out, Status & status ) {
       status = missingTable();
       return Step::retry;
    }
-   U32 before = loadAcquire( &header()->sequence );
-   bool changed = false;
-   status = segment_.remapToFileSize( changed );
-   if ( !status.ok() || changed ) {
-      return status.ok() ? Step::retry : Step::done;
-   }
+   return copyTable( out, status );
+}
+
+TableReader::Step
+TableReader::copyTable( Snapshot & out, Status & status ) {
+   const TableHeader * h = header();
+   U32 before = loadAcquire( &h->sequence );
    if ( before & 1 ) {
       status = writerBusy();
       return Step::retry;
    }
-   const TableHeader * h = header();
    U32 capacity = loadRelaxed( &h->capacity );
    U32 count = loadRelaxed( &h->count );
    U32 recordSize = loadRelaxed( &h->recordSize );
@@ -174,8 +181,13 @@ TableReader::tryOnce( Snapshot & out, Status & status ) {
       return Step::retry;
    }
    if ( !shape.ok() ) {
-      status = shape;
-      return Step::done;
+      // The table may have grown after the size was taken: look once more.
+      bool changed = false;
+      status = segment_.remapToFileSize( changed );
+      if ( status.ok() && !changed ) {
+         status = shape;
+      }
+      return status.ok() ? Step::retry : Step::done;
    }
    out.slotSize_ = slotSize;
    out.count_ = count;
@@ -193,11 +205,6 @@ TableReader::tryOnce( Snapshot & out, Status & status ) {
 // is still setting up: retry, and report it if it stays so.
 TableReader::Step
 TableReader::unsettledHeader( Status & status ) {
-   bool changed = false;
-   status = segment_.remapToFileSize( changed );
-   if ( !status.ok() ) {
-      return Step::done;
-   }
    U64 size = segment_.size();
    if ( size > 0 && size < sizeof( TableHeader ) ) {
       // Writers size a segment in one step: a partial header is never transient.

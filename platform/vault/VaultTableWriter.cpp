@@ -49,7 +49,10 @@ TableWriter::retire() {
    if ( !segment_.valid() ) {
       return;
    }
-   storeRelease( &header()->state, segmentRetired );
+   // Only someone tampering could have shrunk the segment; do not fault on it.
+   if ( fileSizeOf( segment_.fd() ) >= sizeof( TableHeader ) ) {
+      storeRelease( &header()->state, segmentRetired );
+   }
    segment_.unlinkIfOwn();
    segment_.reset();
    index_.clear();
