@@ -213,6 +213,8 @@ MailboxClient::await( U32 index, U64 token, std::chrono::milliseconds timeout,
    const U32 requested = ( pid_ << 8 ) | slotRequested;
    const U32 serving = ( pid_ << 8 ) | slotServing;
    const U32 answered = ( pid_ << 8 ) | slotAnswered;
+   const ProcessIdentity agent{ header().ownerPid, header().ownerStart };
+   Clock::time_point nextLivenessCheck = Clock::now() + livenessInterval;
    for ( ;; ) {
       U32 control = loadAcquire( &s.control );
       if ( control == answered ) {
@@ -233,8 +235,13 @@ MailboxClient::await( U32 index, U64 token, std::chrono::milliseconds timeout,
                                           " was taken while its request was waiting" );
       }
       Clock::time_point now = Clock::now();
-      bool gone = loadAcquire( &header().state ) == segmentRetired ||
-                  !pidExists( header().ownerPid );
+      bool gone = loadAcquire( &header().state ) == segmentRetired;
+      if ( !gone && now >= nextLivenessCheck ) {
+         // The full check (a /proc read) also tells an exited but not yet
+         // collected agent; a waiting client can afford it now and then.
+         gone = !isAlive( agent );
+         nextLivenessCheck = now + livenessInterval;
+      }
       if ( gone || now >= deadline ) {
          // Withdraw the request, or leave it to the agent to free; when it
          // was answered meanwhile, the next round takes the answer.

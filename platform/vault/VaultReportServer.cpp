@@ -114,9 +114,11 @@ ReportServer::serve() {
          }
          return served;  // EAGAIN: nobody else waits
       }
-      serveConnection( connection );
-      close( connection );
       ++served;
+      // Closed however the handler leaves, so the client never waits forever.
+      std::unique_ptr< int, void ( * )( int * ) > closer( &connection,
+                                                          []( int * fd ) { close( *fd ); } );
+      serveConnection( connection );
    }
 }
 

@@ -2,6 +2,7 @@
 // records whose every word depends on the key, so a torn copy shows.
 #pragma once
 
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <signal.h>
@@ -136,6 +137,26 @@ recordIntact( U32 key, const U8 * data, U32 length, U32 words ) {
    std::vector< U32 > expected = makeRecord( key, version, words );
    return std::memcmp( expected.data(), data, length ) == 0;
 }
+
+// A private directory for socket files, removed with what it holds.
+class TempDir {
+ public:
+   TempDir() {
+      char pattern[] = "/tmp/vault-test-XXXXXX";
+      path_ = mkdtemp( pattern ) ? pattern : "";
+   }
+   ~TempDir() {
+      std::string command = "rm -rf '" + path_ + "'";
+      if ( !path_.empty() && system( command.c_str() ) != 0 ) {
+         ADD_FAILURE() << "could not remove " << path_;
+      }
+   }
+   std::string file( const std::string & name ) const { return path_ + "/" + name; }
+   const std::string & path() const { return path_; }
+
+ private:
+   std::string path_;
+};
 
 // Mode bits of a file, e.g. 0600.
 inline unsigned
