@@ -115,6 +115,7 @@ Status
 MailboxClient::call( const Request & request, Answer & answer,
                      std::chrono::milliseconds timeout ) {
    answer = Answer();
+   pid_ = static_cast< U32 >( getpid() );  // a forked child claims slots as itself
    if ( request.parameters.size() > maxParameterLength ) {
       return Status( Errc::invalidArgument, "request parameters of " +
                                                std::to_string( request.parameters.size() ) +

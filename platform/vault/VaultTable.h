@@ -24,10 +24,10 @@
 
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "platform/vault/VaultError.h"
+#include "platform/vault/VaultKeyIndex.h"
 #include "platform/vault/VaultProcess.h"
 #include "platform/vault/VaultSegment.h"
 
@@ -103,7 +103,7 @@ class TableWriter {
    U32 slotSize_ = 0;
    U32 sequence_ = 0;    // the writer's copy of the header's sequence
    U32 changeDepth_ = 0;  // open changes and batches
-   std::unordered_map< U32, U32 > index_;  // key -> slot
+   KeyIndex index_;  // key -> slot
 };
 
 // Several changes that readers see all together or not at all: the table's

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 #include <sched.h>
 #include <time.h>
@@ -169,7 +170,7 @@ TableReader::copyTable( Snapshot & out, Status & status ) {
    U32 slotSize = loadRelaxed( &h->slotSize );
    U32 generation = loadRelaxed( &h->generation );
    Status shape = checkShape( capacity, count, recordSize, slotSize );
-   if ( shape.ok() ) {
+   if ( shape.ok() && count > 0 ) {
       out.slots_.resize( U64( count ) * slotSize );
       // The copy may race with a change; the sequence check below discards it.
       std::memcpy( out.slots_.data(), segment_.data() + sizeof( TableHeader ),

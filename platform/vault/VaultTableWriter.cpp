@@ -91,16 +91,16 @@ TableWriter::put( U32 key, const void * data, U32 length ) {
                    "record of " + std::to_string( length ) + " bytes for table '" + path_ +
                       "' exceeds its record size " + std::to_string( recordSize_ ) );
    }
-   auto found = index_.find( key );
-   bool added = found == index_.end();
-   U32 index = added ? size() : found->second;
+   U32 index = index_.find( key );
+   bool added = index == KeyIndex::none;
    if ( added ) {
       // Whatever can throw happens before the change starts, so a failure
       // leaves the table as it was and its sequence even.
+      index = size();
       if ( index == capacity() ) {
          grow();
       }
-      index_.emplace( key, index );
+      index_.set( key, index );
    }
    beginChange();
    U8 * at = slot( index );
@@ -138,19 +138,18 @@ TableWriter::grow() {
 
 bool
 TableWriter::remove( U32 key ) {
-   auto found = index_.find( key );
-   if ( found == index_.end() ) {
+   U32 hole = index_.find( key );
+   if ( hole == KeyIndex::none ) {
       return false;
    }
-   U32 hole = found->second;
    U32 last = size() - 1;
-   index_.erase( found );
+   index_.erase( key );
    beginChange();
    if ( hole != last ) {
       std::memcpy( slot( hole ), slot( last ), slotSize_ );
       SlotHeader moved;
       std::memcpy( &moved, slot( hole ), sizeof( moved ) );
-      index_[ moved.key ] = hole;
+      index_.set( moved.key, hole );  // present: never reallocates
    }
    storeRelaxed( &header()->count, last );
    endChange();
@@ -167,11 +166,11 @@ TableWriter::clear() {
 
 std::optional< Record >
 TableWriter::find( U32 key ) const {
-   auto found = index_.find( key );
-   if ( found == index_.end() ) {
+   U32 index = index_.find( key );
+   if ( index == KeyIndex::none ) {
       return std::nullopt;
    }
-   const U8 * at = slot( found->second );
+   const U8 * at = slot( index );
    SlotHeader slotHeader;
    std::memcpy( &slotHeader, at, sizeof( slotHeader ) );
    return Record{ slotHeader.key, slotHeader.length, at + sizeof( SlotHeader ) };

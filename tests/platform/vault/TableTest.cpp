@@ -253,3 +253,36 @@ TEST( VaultTable, ReaderFollowsARecreatedTable ) {
    EXPECT_EQ( 2u, snapshot.at( 0 ).key );
    EXPECT_EQ( 8u, snapshot.recordSize() );
 }
+
+// The writer's index against a plain map, with keys that collide in the
+// low bits and removals in the middle of probe runs.
+TEST( VaultKeyIndex, RandomWorkloadMatchesModel ) {
+   KeyIndex index;
+   std::map< U32, U32 > model;
+   std::mt19937 random( 7 );
+   for ( int step = 0; step < 200000; ++step ) {
+      U32 key = ( random() % 300 ) << ( step % 3 == 0 ? 20 : 0 );
+      if ( random() % 3 ) {
+         U32 slot = random() % 1000;
+         index.set( key, slot );
+         model[ key ] = slot;
+      } else {
+         ASSERT_EQ( model.erase( key ) == 1, index.erase( key ) ) << "step " << step;
+      }
+      if ( step % 50000 == 49999 ) {
+         index.clear();
+         model.clear();
+      }
+      ASSERT_EQ( model.size(), index.size() );
+      if ( step % 97 == 0 ) {
+         for ( U32 probe = 0; probe < 300; ++probe ) {
+            for ( U32 high : { 0u, 20u } ) {
+               auto found = model.find( probe << high );
+               ASSERT_EQ( found == model.end() ? KeyIndex::none : found->second,
+                          index.find( probe << high ) )
+                  << "step " << step << " key " << ( probe << high );
+            }
+         }
+      }
+   }
+}
