@@ -169,7 +169,8 @@ MailboxClient::claimSlot( U32 & index ) {
       U32 control = loadAcquire( &slot( index ).control );
       U32 state = control & 0xFF;
       if ( control != slotFree && state != slotServing && state != slotAbandoned &&
-           !pidExists( control >> 8 ) && compareExchange( &slot( index ).control, control, mine ) ) {
+           !pidExists( control >> 8 ) &&
+           compareExchange( &slot( index ).control, control, mine ) ) {
          return Status();
       }
    }

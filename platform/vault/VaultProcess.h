@@ -21,8 +21,8 @@ ProcessIdentity selfIdentity();
 // cannot tell.
 U64 processStartTime( U32 pid );
 
-// True while the process exists (a zombie counts as exited) and, when both start times are known, is the
-// same process. Pid 0 is never alive.
+// True while the process exists (a zombie counts as exited) and, when both
+// start times are known, is the same process. Pid 0 is never alive.
 bool isAlive( const ProcessIdentity & identity );
 
 // Only asks the kernel whether the pid exists (no /proc read): cheap enough

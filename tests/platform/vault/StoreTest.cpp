@@ -11,7 +11,8 @@ using namespace Vault;
 using VaultTest::TestPrefix;
 
 TEST( VaultNames, TablePathsMapToDistinctSegmentNames ) {
-   EXPECT_EQ( "/tessel-p-t.cliVault.groups.1.0.3", tableSegmentName( "p", "cliVault/groups/1/0/3" ) );
+   EXPECT_EQ( "/tessel-p-t.cliVault.groups.1.0.3",
+              tableSegmentName( "p", "cliVault/groups/1/0/3" ) );
    EXPECT_EQ( "/tessel-p-t.cliVault.entries-nsme.2.1.0",
               tableSegmentName( "p", "cliVault/entries-nsme/2/1/0" ) );
    // Without the escapes these would all be "a.b".
@@ -32,7 +33,8 @@ TEST( VaultNames, BadPrefixesAndPaths ) {
               checkPrefix( "a-b" ).text() );
    EXPECT_EQ( Errc::invalidArgument, checkPrefix( "a/b" ).code() );
    EXPECT_TRUE( checkTablePath( "p", std::string( 199, 'x' ) ).ok() );
-   EXPECT_EQ( "invalid table path '': needs 1 to 199 characters", checkTablePath( "p", "" ).text() );
+   EXPECT_EQ( "invalid table path '': needs 1 to 199 characters",
+              checkTablePath( "p", "" ).text() );
    EXPECT_EQ( "invalid table path '" + std::string( 100, '.' ) +
                  "': its segment name is longer than 255 characters",
               checkTablePath( "p", std::string( 100, '.' ) ).text() );
