@@ -177,7 +177,7 @@ class TableReader {
    enum class Step { done, retry };
 
    Step tryOnce( Snapshot & out, Status & status );
-   Step attach( Status & status );
+   Status attach();
    Step unsettledHeader( Status & status );
    Step copyTable( Snapshot & out, Status & status );
    Status checkFixedHeader() const;

@@ -106,25 +106,24 @@ TableReader::snapshot( Snapshot & out ) {
    return status;
 }
 
-TableReader::Step
-TableReader::attach( Status & status ) {
+Status
+TableReader::attach() {
    if ( name_.empty() ) {
       Status bad = checkPrefix( prefix_ );
-      status = bad.ok() ? checkTablePath( prefix_, path_ ) : bad;
-      return Step::done;
+      return bad.ok() ? checkTablePath( prefix_, path_ ) : bad;
    }
    ownerChecked_ = false;
-   status = Segment::open( name_, false, segment_ );
-   if ( status.code() == Errc::notFound ) {
-      status = missingTable();
-   }
-   return Step::done;
+   Status status = Segment::open( name_, false, segment_ );
+   return status.code() == Errc::notFound ? missingTable() : status;
 }
 
 TableReader::Step
 TableReader::tryOnce( Snapshot & out, Status & status ) {
-   if ( !segment_.valid() && ( attach( status ), !status.ok() ) ) {
-      return Step::done;
+   if ( !segment_.valid() ) {
+      status = attach();
+      if ( !status.ok() ) {
+         return Step::done;
+      }
    }
    // Taking the file's size first means a segment that shrank is never read
    // past its end (only tampering shrinks one; the window left is tiny).
