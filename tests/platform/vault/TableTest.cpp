@@ -1,0 +1,288 @@
+// Tables within one process: bookkeeping against a model, growth, batches,
+// and the texts of the reader's failures.
+#include <map>
+#include <random>
+
+#include "platform/vault/VaultLayout.h"
+#include "platform/vault/VaultStore.h"
+#include "platform/vault/VaultTable.h"
+#include "tests/platform/vault/VaultTestSupport.h"
+
+using namespace Vault;
+using VaultTest::TestPrefix;
+
+namespace {
+
+std::map< U32, std::string >
+contents( const Snapshot & snapshot ) {
+   std::map< U32, std::string > out;
+   for ( U32 i = 0; i < snapshot.size(); ++i ) {
+      Record record = snapshot.at( i );
+      EXPECT_TRUE( out.emplace( record.key, std::string( reinterpret_cast< const char * >(
+                                                            record.data ),
+                                                         record.length ) )
+                      .second )
+         << "key " << record.key << " twice";
+   }
+   return out;
+}
+
+void
+putText( TableWriter & table, U32 key, const std::string & text ) {
+   table.put( key, text.data(), static_cast< U32 >( text.size() ) );
+}
+
+} // namespace
+
+// A fixed-seed mix of puts, overwrites, removals and clears; after every step
+// the reader's copy must equal a plain map, and the writer's own lookups too.
+TEST( VaultTable, RandomWorkloadMatchesModel ) {
+   TestPrefix prefix;
+   Store store( prefix );
+   TableWriter table = store.createTable( "cliVault/groups/1/0/3", 24, 6 );
+   TableReader reader( prefix, "cliVault/groups/1/0/3" );
+   std::map< U32, std::string > model;
+   std::mt19937 random( 20240611 );
+   Snapshot snapshot;
+   size_t largest = 0;
+   for ( int step = 0; step < 3000; ++step ) {
+      U32 key = random() % 64;
+      U32 action = random() % 100;
+      if ( action < 60 ) {
+         std::string text( 1 + random() % 24, static_cast< char >( 'a' + step % 26 ) );
+         putText( table, key, text );
+         model[ key ] = text;
+      } else if ( action < 98 ) {
+         EXPECT_EQ( model.erase( key ) == 1, table.remove( key ) );
+      } else {
+         table.clear();
+         model.clear();
+      }
+      ASSERT_TRUE( reader.snapshot( snapshot ).ok() );
+      ASSERT_EQ( model, contents( snapshot ) ) << "step " << step;
+      ASSERT_EQ( model.size(), table.size() );
+      largest = std::max( largest, model.size() );
+      for ( const auto & [ k, text ] : model ) {
+         std::optional< Record > own = table.find( k );
+         ASSERT_TRUE( own && own->length == text.size() ) << "step " << step << " key " << k;
+      }
+   }
+   EXPECT_GE( table.capacity(), largest );
+   EXPECT_GT( largest, 6u );  // the workload made it grow
+}
+
+TEST( VaultTable, ShorterOverwriteLeavesNoOldBytes ) {
+   TestPrefix prefix;
+   Store store( prefix );
+   TableWriter table = store.createTable( "t", 16, 4 );
+   putText( table, 7, "0123456789abcdef" );
+   putText( table, 7, "xy" );
+   TableReader reader( prefix, "t" );
+   Snapshot snapshot;
+   ASSERT_TRUE( reader.snapshot( snapshot ).ok() );
+   Record record = snapshot.at( 0 );
+   EXPECT_EQ( 2u, record.length );
+   for ( U32 i = 2; i < 16; ++i ) {
+      EXPECT_EQ( 0, record.data[ i ] ) << i;
+   }
+}
+
+TEST( VaultTable, OverlongRecordIsRefusedAndChangesNothing ) {
+   TestPrefix prefix;
+   Store store( prefix );
+   TableWriter table = store.createTable( "cliVault/stages", 8, 2 );
+   putText( table, 1, "12345678" );
+   try {
+      putText( table, 2, "123456789" );
+      FAIL() << "no exception";
+   } catch ( const Error & error ) {
+      EXPECT_EQ( Errc::invalidArgument, error.code() );
+      EXPECT_STREQ( "record of 9 bytes for table 'cliVault/stages' exceeds its record size 8",
+                    error.what() );
+   }
+   EXPECT_EQ( 1u, table.size() );
+   EXPECT_FALSE( table.find( 2 ) );
+}
+
+// Starting sizes are only starting sizes: 400 rows into a table of 6.
+TEST( VaultTable, FullTableGrowsAndKeepsEveryRow ) {
+   TestPrefix prefix;
+   Store store( prefix );
+   TableWriter table = store.createTable( "cliVault/entries-name/1/0/0", 72, 6 );
+   TableReader reader( prefix, "cliVault/entries-name/1/0/0" );
+   Snapshot snapshot;
+   ASSERT_TRUE( reader.snapshot( snapshot ).ok() );
+   EXPECT_EQ( 6u, snapshot.capacity() );
+   EXPECT_EQ( 0u, snapshot.generation() );
+   for ( U32 key = 0; key < 400; ++key ) {
+      std::vector< U32 > record = VaultTest::makeRecord( key, 1, 18 );
+      table.put( key, record.data(), 72 );
+   }
+   ASSERT_TRUE( reader.snapshot( snapshot ).ok() );
+   EXPECT_EQ( 400u, snapshot.size() );
+   EXPECT_EQ( 768u, snapshot.capacity() );  // 6 doubled seven times
+   EXPECT_EQ( 7u, snapshot.generation() );
+   snapshot.sortByKey();
+   for ( U32 key = 0; key < 400; ++key ) {
+      Record record = snapshot.at( key );
+      ASSERT_EQ( key, record.key );
+      ASSERT_TRUE( VaultTest::recordIntact( key, record.data, record.length, 18 ) ) << key;
+   }
+}
+
+TEST( VaultTable, GrowthStopsAtTheLimitWithoutLosingTheTable ) {
+   TestPrefix prefix;
+   Store store( prefix );
+   TableWriter table = store.createTable( "big", 1, maxTableCapacity );
+   for ( U32 key = 0; key < maxTableCapacity; ++key ) {
+      table.put( key, "x", 1 );
+   }
+   try {
+      table.put( maxTableCapacity, "x", 1 );
+      FAIL() << "no exception";
+   } catch ( const Error & error ) {
+      EXPECT_EQ( Errc::tooLarge, error.code() );
+      EXPECT_STREQ( "table 'big' cannot grow beyond 1048576 records", error.what() );
+   }
+   TableReader reader( prefix, "big" );
+   Snapshot snapshot;
+   ASSERT_TRUE( reader.snapshot( snapshot ).ok() );  // sequence left even
+   EXPECT_EQ( maxTableCapacity, snapshot.size() );
+   EXPECT_FALSE( table.find( maxTableCapacity ) );
+}
+
+// A batch keeps the sequence odd: a reader with few attempts says so instead
+// of returning half of it, and sees all of it once the batch ends.
+TEST( VaultTable, ReaderNeverReturnsHalfABatch ) {
+   TestPrefix prefix;
+   Store store( prefix );
+   TableWriter table = store.createTable( "t", 4, 8 );
+   TableReader reader( prefix, "t" );
+   reader.setMaxAttempts( 5 );
+   Snapshot snapshot;
+   {
+      TableWriter::Batch batch( table );
+      table.clear();
+      for ( U32 key = 0; key < 20; ++key ) {
+         table.put( key, &key, 4 );
+      }
+      Status status = reader.snapshot( snapshot );
+      EXPECT_EQ( Errc::inconsistent, status.code() );
+      EXPECT_EQ( "no consistent view of table 't' after 5 attempts: the writer kept changing it",
+                 status.text() );
+      EXPECT_TRUE( snapshot.empty() );
+   }
+   ASSERT_TRUE( reader.snapshot( snapshot ).ok() );
+   EXPECT_EQ( 20u, snapshot.size() );
+}
+
+TEST( VaultTable, CreateRefusesBadArgumentsAndDuplicates ) {
+   TestPrefix prefix;
+   Store store( prefix );
+   TableWriter table = store.createTable( "t", 4, 1 );
+   auto codeOf = [ & ]( const std::string & path, U32 recordSize, U32 capacity ) {
+      try {
+         store.createTable( path, recordSize, capacity );
+      } catch ( const Error & error ) {
+         return error.code();
+      }
+      return Errc::ok;
+   };
+   EXPECT_EQ( Errc::busy, codeOf( "t", 4, 1 ) );
+   EXPECT_EQ( Errc::invalidArgument, codeOf( "", 4, 1 ) );
+   EXPECT_EQ( Errc::invalidArgument, codeOf( "u", 0, 1 ) );
+   EXPECT_EQ( Errc::invalidArgument, codeOf( "u", maxRecordSize + 1, 1 ) );
+   EXPECT_EQ( Errc::invalidArgument, codeOf( "u", 4, 0 ) );
+   EXPECT_EQ( Errc::invalidArgument, codeOf( "u", 4, maxTableCapacity + 1 ) );
+   EXPECT_EQ( Errc::invalidArgument, codeOf( std::string( 200, 'p' ), 4, 1 ) );
+   try {
+      store.createTable( "t", 4, 1 );
+   } catch ( const Error & error ) {
+      EXPECT_EQ( "table 't' exists already (/tessel-" + prefix.str() + "-t.t)",
+                 std::string( error.what() ) );
+   }
+}
+
+// What a reader says about tables that are not there.
+TEST( VaultTable, MissingTablesAndAgents ) {
+   TestPrefix prefix;
+   Snapshot snapshot;
+   TableReader early( prefix, "cliVault/stages/0" );
+   Status status = early.snapshot( snapshot );
+   EXPECT_EQ( Errc::agentNotRunning, status.code() );
+   EXPECT_EQ( "agent not running: no agent holds prefix '" + prefix.str() + "'", status.text() );
+
+   Store store( prefix );
+   status = early.snapshot( snapshot );
+   EXPECT_EQ( Errc::notFound, status.code() );
+   EXPECT_EQ( "table 'cliVault/stages/0' not found (no segment /tessel-" + prefix.str() +
+                 "-t.cliVault.stages.0)",
+              status.text() );
+
+   {
+      TableWriter table = store.createTable( "cliVault/stages/0", 4, 1 );
+      table.put( 3, "abc", 3 );
+      ASSERT_TRUE( early.snapshot( snapshot ).ok() );
+      EXPECT_EQ( 1u, snapshot.size() );
+   }
+   // The writer went; the reader still maps the retired segment.
+   EXPECT_EQ( Errc::notFound, early.snapshot( snapshot ).code() );
+   EXPECT_TRUE( snapshot.empty() );
+
+   TableReader bad( "no-dash", "t" );
+   status = bad.snapshot( snapshot );
+   EXPECT_EQ( Errc::invalidArgument, status.code() );
+   EXPECT_EQ( "invalid prefix 'no-dash': only letters, digits and '_' allowed", status.text() );
+}
+
+// A reader attached to one table generation follows the writer's
+// replacement under the same name.
+TEST( VaultTable, ReaderFollowsARecreatedTable ) {
+   TestPrefix prefix;
+   Store store( prefix );
+   TableReader reader( prefix, "t" );
+   Snapshot snapshot;
+   auto table = std::make_unique< TableWriter >( store.createTable( "t", 4, 1 ) );
+   table->put( 1, "one", 3 );
+   ASSERT_TRUE( reader.snapshot( snapshot ).ok() );
+   table.reset();
+   TableWriter again = store.createTable( "t", 8, 1 );
+   again.put( 2, "second", 6 );
+   ASSERT_TRUE( reader.snapshot( snapshot ).ok() );
+   ASSERT_EQ( 1u, snapshot.size() );
+   EXPECT_EQ( 2u, snapshot.at( 0 ).key );
+   EXPECT_EQ( 8u, snapshot.recordSize() );
+}
+
+// The writer's index against a plain map, with keys that collide in the
+// low bits and removals in the middle of probe runs.
+TEST( VaultKeyIndex, RandomWorkloadMatchesModel ) {
+   KeyIndex index;
+   std::map< U32, U32 > model;
+   std::mt19937 random( 7 );
+   for ( int step = 0; step < 200000; ++step ) {
+      U32 key = ( random() % 300 ) << ( step % 3 == 0 ? 20 : 0 );
+      if ( random() % 3 ) {
+         U32 slot = random() % 1000;
+         index.set( key, slot );
+         model[ key ] = slot;
+      } else {
+         ASSERT_EQ( model.erase( key ) == 1, index.erase( key ) ) << "step " << step;
+      }
+      if ( step % 50000 == 49999 ) {
+         index.clear();
+         model.clear();
+      }
+      ASSERT_EQ( model.size(), index.size() );
+      if ( step % 97 == 0 ) {
+         for ( U32 probe = 0; probe < 300; ++probe ) {
+            for ( U32 high : { 0u, 20u } ) {
+               auto found = model.find( probe << high );
+               ASSERT_EQ( found == model.end() ? KeyIndex::none : found->second,
+                          index.find( probe << high ) )
+                  << "step " << step << " key " << ( probe << high );
+            }
+         }
+      }
+   }
+}
