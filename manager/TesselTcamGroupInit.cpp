@@ -14,6 +14,7 @@
 #include "manager/SdkShimAccess.h"
 #include "manager/UndoList.h"
 #include "platform/fastlog/Trace.h"
+#include "sdk/api/field_qualify.h"
 #include "sdk/shim/SdkStructs.h"
 
 TRACE_CHANNEL( "TesselTcam" );

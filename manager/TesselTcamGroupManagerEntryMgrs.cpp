@@ -80,12 +80,6 @@ TesselTcamGroupManager::entryManagerMake( Map & map, Callback callback, const ch
                                           TesselTcamGroupManager * groupManager, U32 group,
                                           U32 baseEntry, U32 endEntry,
                                           TcamAllocationStrategy strategy ) {
-   if ( Kiln::Ptr< Manager > existing = map.get( groupAssignment ) ) {
-      std::string refusal = reinstantiationRefusal( *existing, desc, groupManager, group,
-                                                    baseEntry, endEntry, strategy );
-      KILN_ASSERT_MSG( refusal.empty(), refusal.c_str() );
-      return existing;
-   }
    TRACE5( "entry manager for " << groupAssignment << " group " << group << " desc " << desc );
    Kiln::Ptr< Manager > made =
       new Manager( entryManagerName( name(), collection, groupAssignment ), groupAssignment, desc,
@@ -100,6 +94,12 @@ TesselTcamGroupManager::entryManagerIs( TcamGroupAssignment groupAssignment,
                                         TesselTcamGroupManager * groupManager, U32 group,
                                         U32 baseEntry, U32 endEntry,
                                         TcamAllocationStrategy strategy ) {
+   if ( Kiln::Ptr< TesselBoundedTcamEntryManager > existing = entryManager( groupAssignment ) ) {
+      std::string refusal = reinstantiationRefusal( *existing, desc, groupManager, group,
+                                                    baseEntry, endEntry, strategy );
+      KILN_ASSERT_MSG( refusal.empty(), refusal.c_str() );
+      return existing;
+   }
    return entryManagerMake< TesselBoundedTcamEntryManager >(
       entryManager_, &NotifieeConst::onEntryManager, "entryManager", groupAssignment, desc,
       groupManager, group, baseEntry, endEntry, strategy );
@@ -111,6 +111,13 @@ TesselTcamGroupManager::unboundedEntryManagerIs( TcamGroupAssignment groupAssign
                                                  TesselTcamGroupManager * groupManager,
                                                  U32 group, U32 baseEntry, U32 endEntry,
                                                  TcamAllocationStrategy strategy ) {
+   if ( Kiln::Ptr< TesselUnboundedTcamEntryManager > existing =
+           unboundedEntryManager( groupAssignment ) ) {
+      std::string refusal = reinstantiationRefusal( *existing, desc, groupManager, group,
+                                                    baseEntry, endEntry, strategy );
+      KILN_ASSERT_MSG( refusal.empty(), refusal.c_str() );
+      return existing;
+   }
    return entryManagerMake< TesselUnboundedTcamEntryManager >(
       unboundedEntryManager_, &NotifieeConst::onUnboundedEntryManager, "unboundedEntryManager",
       groupAssignment, desc, groupManager, group, baseEntry, endEntry, strategy );

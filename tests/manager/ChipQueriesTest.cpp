@@ -82,11 +82,19 @@ TEST_F( PriorityTest, MirroringGroupsOfOneTypeTakeTheFirstOnesPriority ) {
       m.manager->groupMirroringAclValidIs( group, true );
       m.manager->groupMirroringAclTypeIs( group, 1 );
    }
+   // The third group, made first, takes the priority of the first group in use.
    ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_MIRROR_ACL_3_ ) );
-   EXPECT_EQ( 46, m.group( IFP_GROUP_MIRROR_ACL_3_ )->priority );
-   EXPECT_EQ( 46u, m.manager->mirrorAclGroupToPriority( IFP_GROUP_MIRROR_ACL_3_ ) );
+   EXPECT_EQ( 44, m.group( IFP_GROUP_MIRROR_ACL_3_ )->priority );
+   EXPECT_EQ( 44u, m.manager->mirrorAclGroupToPriority( IFP_GROUP_MIRROR_ACL_3_ ) );
+   m.manager->groupMirroringAclValidIs( IFP_GROUP_MIRROR_ACL_1_, false );
+   m.manager->groupMirroringAclValidIs( IFP_GROUP_MIRROR_ACL_4_, true );
+   m.manager->groupMirroringAclTypeIs( IFP_GROUP_MIRROR_ACL_4_, 1 );
+   // The fourth finds the third's stored priority.
+   ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_MIRROR_ACL_4_ ) );
+   EXPECT_EQ( 44, m.group( IFP_GROUP_MIRROR_ACL_4_ )->priority );
+   m.manager->groupMirroringAclValidIs( IFP_GROUP_MIRROR_ACL_1_, true );
    ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_MIRROR_ACL_1_ ) );
-   EXPECT_EQ( 46, m.group( IFP_GROUP_MIRROR_ACL_1_ )->priority );
+   EXPECT_EQ( 44, m.group( IFP_GROUP_MIRROR_ACL_1_ )->priority );
    // A mirroring group is counted once however many users it has.
    ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_MIRROR_ACL_1_ ) );
    m.manager->uninitializeGroup( 0, IFP_GROUP_MIRROR_ACL_1_ );

@@ -88,7 +88,7 @@ class FullGroupTest : public testing::Test {
       return entries;
    }
 
-   ManagerBox m{ std::vector< ChipModel::Profile >{ smallProfile() } };
+   ManagerBox m{ smallProfile(), AdjustedProfile() };
 };
 
 TEST_F( FullGroupTest, NoFreeEntryCompressesEveryGroupOfTheUnitFirst ) {

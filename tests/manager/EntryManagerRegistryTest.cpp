@@ -67,9 +67,21 @@ TEST_F( RegistryTest, ADifferentRequestAborts ) {
                  "value of tcam at 0x[0-9a-f]+ not allowed" );
    EXPECT_DEATH( m.manager->entryManagerIs( test1TcamGroup_, "test feature", m.manager.get(),
                                             IFP_GROUP_MAC_ACL_, 100, 110, tcamAllocateOnDemand_ ),
-                 "Kiln::Ptr<Tessel::TesselBoundedTcamEntryManager> Tessel::TesselTcamGroupManager::"
-                 "entryManagerIs.*attribute 'group' has a different value of 8 than the current "
-                 "value of 7 not allowed" );
+                 "TesselTcamGroupManagerEntryMgrs.cpp:[0-9]+: "
+                 "Kiln::Ptr<Tessel::TesselBoundedTcamEntryManager> "
+                 "Tessel::TesselTcamGroupManager::entryManagerIs\\(Tessel::TcamGroupAssignment, "
+                 "const Kiln::String&, Tessel::TesselTcamGroupManager\\*, U32, U32, U32, "
+                 "Tessel::TcamAllocationStrategy\\): Assertion 'Reinstantiating the entity with "
+                 "fullName tcam/entryManager/test1TcamGroup where constructor parameter attribute "
+                 "'group' has a different value of 8 than the current value of 7 not allowed' "
+                 "failed" );
+   m.manager->unboundedEntryManagerIs( test2TcamGroup_, "any", m.manager.get(), IFP_GROUP_IP_ACL_,
+                                       0, 0, tcamAllocateUnbounded_ );
+   EXPECT_DEATH( m.manager->unboundedEntryManagerIs( test2TcamGroup_, "any", m.manager.get(),
+                                                     IFP_GROUP_IP_ACL_, 0, 2,
+                                                     tcamAllocateUnbounded_ ),
+                 "fullName tcam/unboundedEntryManager/test2TcamGroup where constructor parameter "
+                 "attribute 'endEntry' has a different value of 2 than the current value of 0" );
 }
 
 TEST_F( RegistryTest, BoundedAndUnboundedManagersAreKeptApart ) {

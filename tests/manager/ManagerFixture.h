@@ -36,6 +36,11 @@ allProfiles() {
    return facts;
 }
 
+inline void
+PrintTo( const ProfileFacts & facts, std::ostream * os ) {
+   *os << facts.name;
+}
+
 inline std::string
 profileName( const testing::TestParamInfo< ProfileFacts > & info ) {
    return info.param.name;
@@ -48,6 +53,9 @@ checkedOptions() {
    options.activityCheck = ChipModel::ActivityCheck::abort;
    return options;
 }
+
+// Marks the constructor that takes an adjusted profile.
+struct AdjustedProfile {};
 
 class ManagerBox {
  public:
@@ -65,8 +73,10 @@ class ManagerBox {
          }
       }
    }
-   explicit ManagerBox( const std::vector< ChipModel::Profile > & profiles )
-         : box( profiles, checkedOptions() ), manager( new TesselTcamGroupManager( "tcam" ) ) {
+   // One unit of an adjusted profile.
+   ManagerBox( const ChipModel::Profile & profile, AdjustedProfile )
+         : box( std::vector< ChipModel::Profile >{ profile }, checkedOptions() ),
+           manager( new TesselTcamGroupManager( "tcam" ) ) {
       manager->handleInitialized();
       manager->modChipInfoIs( 1, chipInfoFromShim( 1, { 0 } ) );
    }

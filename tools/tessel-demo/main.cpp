@@ -22,8 +22,8 @@ namespace {
 using namespace Tessel;
 
 const std::vector< TcamGroupId > demoGroups = {
-   IFP_GROUP_IP_ACL_,   IFP_GROUP_MAC_ACL_, IFP_GROUP_COPP_IP_,
-   IFP_GROUP_IPV6_RACL_, EFP_GROUP_IP_ACL_,  VFP_GROUP_MAC_ACL_,
+   IFP_GROUP_IP_ACL_, IFP_GROUP_MAC_ACL_, IFP_GROUP_COPP_IP_,
+   IFP_GROUP_QOS_,    EFP_GROUP_IP_ACL_,  VFP_GROUP_MAC_ACL_,
 };
 
 std::string
@@ -34,13 +34,13 @@ groupName( U32 sdkGroupId ) {
 // Every SDK group of the unit as the model holds it.
 void
 printChipGroups( const ChipModel::Box & box, U32 unit ) {
-   std::printf( "  %-10s %-34s %-6s %-4s %-4s %8s %6s %6s\n", "sdk id", "catalogue group",
+   std::printf( "  %-10s %-34s %-7s %-4s %-4s %8s %6s %6s\n", "sdk id", "catalogue group",
                 "stage", "pipe", "copy", "priority", "width", "free" );
    for ( const auto & [ id, group ] : box.unit( unit ).state().field.groups() ) {
       bcm_field_group_status_t status;
       box.unit( unit ).state().field.groupStatus( id, status );
       std::string pipe = group.pipe < 0 ? "all" : std::to_string( group.pipe );
-      std::printf( "  0x%08x %-34s %-6s %-4s %-4u %8d %6u %6d\n", unsigned( id ),
+      std::printf( "  0x%08x %-34s %-7s %-4s %-4u %8d %6u %6d\n", unsigned( id ),
                    groupName( U32( id ) ).c_str(), bcm_field_stage_name( group.stage ),
                    pipe.c_str(), ( unsigned( id ) >> 27 ) & 1, group.priority,
                    unsigned( group.width ), status.entries_free );
