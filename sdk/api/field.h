@@ -154,7 +154,7 @@ typedef struct bcm_field_hint_s {
 // Statistics
 // ---------------------------------------------------------------------------
 
-#define BCM_FIELD_STAT_INDICES_MAX 4 // counter indices one stat object may use
+#define BCM_FIELD_STAT_INDICES_MAX 8 // counter indices one stat object may use
 
 // ---------------------------------------------------------------------------
 // The field control walk: the SDK's own view of stages, slices and groups.

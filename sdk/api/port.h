@@ -21,6 +21,7 @@
 #define BCM_INFO_CAP_IFP_DOUBLE_COUNT 0x40 // IFP slice sizes count half rows
 #define BCM_INFO_CAP_SERIAL_MUX 0x80       // groups need serial mux allocation
 #define BCM_INFO_CAP_CLASS_STAGE 0x100     // class-id compression stage
+#define BCM_INFO_CAP_IFP_PIPE_LOCAL 0x200  // the ingress stage runs per pipe
 
 typedef struct bcm_info_s {
    uint32_t vendor;
@@ -49,7 +50,8 @@ typedef struct bcm_port_config_s {
 extern "C" {
 
 // Fills info for the unit. BCM_E_UNIT for a unit that does not exist,
-// BCM_E_PARAM for a null info.
+// BCM_E_PARAM for a null info. Reads constant chip facts only: callers may
+// ask it at any time, the activity lock held or not.
 int bcm_info_get( int unit, bcm_info_t * info );
 
 // Fills config with the unit's ports. BCM_E_UNIT, BCM_E_PARAM as above.
