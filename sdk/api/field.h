@@ -360,7 +360,8 @@ int bcm_field_stat_set( int unit, int stat_id, bcm_field_stat_t type, uint64_t v
 int bcm_field_stat_size( int unit, int stat_id, int * nstat );
 // The stat's types in creation order; nstat at most the stat's size.
 int bcm_field_stat_config_get( int unit, int stat_id, int nstat, bcm_field_stat_t * stat_arr );
-// Where the stat's counters live: pipe, pool and the counter indices.
+// Where the stat's counters live: pipe (0 for a global stage), pool and the
+// counter indices. Pool ids are opaque; pass them back as they are.
 int bcm_field_stat_hw_info_get( int unit, int stat_id, int * pipe, int * pool_id, int max,
                                 int * indices, int * count );
 // The raw counter at (pipe, pool, index): packets and bytes counted there.
