@@ -1,5 +1,7 @@
 #include "sdk/model/CallControl.h"
 
+#include "platform/kiln/Activity.h"
+
 #include <algorithm>
 #include <map>
 #include <sstream>
@@ -69,10 +71,9 @@ sdkFunctionOf( const std::string & name ) {
    return it == shimCalls.end() ? name : it->second;
 }
 
-// Until the platform's activity lock is there to ask, no thread holds it.
 bool
 activityLockHeldByThisThread() {
-   return false;
+   return Kiln::ActivityUnlockAnchor::lock().heldByThisThread();
 }
 
 } // namespace ChipModel

@@ -9,6 +9,7 @@
 #include "sdk/api/bcm.h"
 #include "sdk/model/Box.h"
 #include "sdk/model/Ports.h"
+#include "sdk/shim/Oberon.h"
 
 namespace ModelTest {
 
