@@ -1,7 +1,9 @@
 // Qualifier setters and getters. A setter stores data and mask on an entry
 // (or, with BCM_FIELD_QUALIFY_PRESEL or-ed into the id, on a preselector);
 // a later set of the same qualifier replaces the earlier one. A packet
-// matches a qualifier when ( packet value & mask ) == ( data & mask ).
+// matches a qualifier when ( packet value & mask ) == ( data & mask ); for
+// the port sets (InPorts, DevicePortBitmap, the ports of MixedSrcClassId)
+// when its ingress port is in data or outside mask.
 //
 // Results: BCM_E_NOT_FOUND for an unknown entry; BCM_E_PARAM when the
 // entry's group does not have the qualifier in its qualifier set (setters on

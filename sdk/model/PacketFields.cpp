@@ -6,20 +6,6 @@ namespace ChipModel {
 
 namespace {
 
-std::vector< U8 >
-pbmpBytes( int port ) {
-   bcm_pbmp_t ports{};
-   if ( port >= 0 && port < BCM_PBMP_PORT_MAX ) {
-      BCM_PBMP_PORT_ADD( ports, port );
-   }
-   std::vector< U8 > out;
-   for ( U32 word : ports.pbits ) {
-      std::vector< U8 > w = toBytes( word, 4 );
-      out.insert( out.end(), w.begin(), w.end() );
-   }
-   return out;
-}
-
 bcm_udf_abstract_pkt_format_t
 abstractFormatOf( const Packet & p ) {
    if ( p.etherType == 0x0806 ) {
@@ -67,14 +53,6 @@ anyValue( int qualifier, U64 value ) {
    default:
       return false;
    }
-}
-
-std::vector< U8 >
-mixedSrcClass( const LookupContext & c ) {
-   std::vector< U8 > out = pbmpBytes( c.packet.inPort );
-   std::vector< U8 > cls = toBytes( c.packet.portClass, 4 );
-   out.insert( out.end(), cls.begin(), cls.end() );
-   return out;
 }
 
 // Integer-valued fields; nullopt for the others.
@@ -142,18 +120,33 @@ packetField( int q, const LookupContext & c ) {
                         : std::vector< U8 >( 16, 0 );
    case bcmFieldQualifySrcMac: return { p.srcMac.begin(), p.srcMac.end() };
    case bcmFieldQualifyDstMac: return { p.dstMac.begin(), p.dstMac.end() };
-   case bcmFieldQualifyInPorts:
-   case bcmFieldQualifyDevicePortBitmap: return pbmpBytes( p.inPort );
    case bcmFieldQualifyDstPort: {
       std::vector< U8 > out = toBytes( 0, 4 );
       std::vector< U8 > port = toBytes( static_cast< U32 >( c.egressPort.value_or( 0 ) ), 4 );
       out.insert( out.end(), port.begin(), port.end() );
       return out;
    }
-   case bcmFieldQualifyMixedSrcClassId: return mixedSrcClass( c );
    default: break;
    }
    return toBytes( intField( q, c ).value_or( 0 ), qualifierBytes( q ) );
+}
+
+// A port-set rule matches a packet whose ingress port is in the set, or
+// outside the mask: ( mask & ~data ) must not hold the port.
+bool
+portInSet( const FieldValue & rule, int port ) {
+   if ( port < 0 || port >= BCM_PBMP_PORT_MAX ) {
+      return false;
+   }
+   size_t byte = static_cast< size_t >( ( port / 32 ) * 4 + 3 - ( port % 32 ) / 8 );
+   U8 bit = static_cast< U8 >( 1u << ( port % 8 ) );
+   return !( rule.mask[ byte ] & ~rule.data[ byte ] & bit );
+}
+
+bool
+isPortSet( int q ) {
+   return q == bcmFieldQualifyInPorts || q == bcmFieldQualifyDevicePortBitmap ||
+          q == bcmFieldQualifyMixedSrcClassId;
 }
 
 bool
@@ -202,6 +195,17 @@ bool
 qualifierMatches( int qualifier, const FieldValue & rule, const LookupContext & context ) {
    if ( anyValue( qualifier, fromBytes( rule.data ) ) ) {
       return true;
+   }
+   if ( isPortSet( qualifier ) ) {
+      if ( !portInSet( rule, context.packet.inPort ) ) {
+         return false;
+      }
+      if ( qualifier != bcmFieldQualifyMixedSrcClassId ) {
+         return true;
+      }
+      FieldValue portClass{ { rule.data.begin() + 28, rule.data.end() },
+                            { rule.mask.begin() + 28, rule.mask.end() } };
+      return maskedEqual( portClass, toBytes( context.packet.portClass, 4 ) );
    }
    std::vector< U8 > value = packetField( qualifier, context );
    if ( !isIp6High( qualifier ) ) {

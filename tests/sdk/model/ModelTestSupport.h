@@ -10,6 +10,8 @@
 #include "sdk/model/Box.h"
 #include "sdk/model/Ports.h"
 #include "sdk/shim/Oberon.h"
+#include "sdk/shim/SdkStructs.h"
+#include "sdk/shim/Shim.h"
 
 namespace ModelTest {
 
