@@ -133,7 +133,7 @@ runStage( UnitState & state, LookupContext & context, const StageProfile & stage
    StageResult result;
    result.stage = stage.stage;
    result.pipe = stage.pipeLocal ? static_cast< int >( context.pipe ) : -1;
-   context.stage = stage.stage;
+   context.newStage( stage.stage );
    U32 instance = stage.pipeLocal ? context.pipe : 0;
    for ( const Group * group : state.field.groupsInOrder( stage.stage, instance ) ) {
       if ( !groupSees( *group, context, state.field ) ) {

@@ -189,6 +189,24 @@ LookupContext::LookupContext( const Packet & p, U32 pipeOfPacket )
    layout.ipProtocol = p.isIp() ? p.protocol : 0;
    layout.abstractFormat = abstractFormatOf( p );
    egressPort = p.outPort;
+   fields_.resize( bcmFieldQualifyCount );
+   known_.assign( bcmFieldQualifyCount, false );
+}
+
+const std::vector< U8 > &
+LookupContext::field( int qualifier ) const {
+   size_t q = static_cast< size_t >( qualifier );
+   if ( !known_[ q ] ) {
+      fields_[ q ] = packetField( qualifier, *this );
+      known_[ q ] = true;
+   }
+   return fields_[ q ];
+}
+
+void
+LookupContext::newStage( bcm_field_stage_t next ) {
+   stage = next;
+   known_.assign( known_.size(), false );
 }
 
 bool
@@ -207,7 +225,7 @@ qualifierMatches( int qualifier, const FieldValue & rule, const LookupContext & 
                             { rule.mask.begin() + 28, rule.mask.end() } };
       return maskedEqual( portClass, toBytes( context.packet.portClass, 4 ) );
    }
-   std::vector< U8 > value = packetField( qualifier, context );
+   const std::vector< U8 > & value = context.field( qualifier );
    if ( !isIp6High( qualifier ) ) {
       return maskedEqual( rule, value );
    }

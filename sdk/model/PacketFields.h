@@ -36,6 +36,15 @@ struct LookupContext {
    bool dropped = false;
    bool copiedToCpu = false;
    bcm_field_color_t colour = bcmFieldColorGreen;
+
+   // The packet's value of a qualifier, computed once per stage.
+   const std::vector< U8 > & field( int qualifier ) const;
+   // Forgets the values: a new stage may see them differently.
+   void newStage( bcm_field_stage_t next );
+
+ private:
+   mutable std::vector< std::vector< U8 > > fields_;
+   mutable std::vector< bool > known_;
 };
 
 // Whether the packet's value of the qualifier matches the rule.
