@@ -108,8 +108,8 @@ BM_ModelClassify( benchmark::State & state ) {
       next = ( next + 1 ) % packets.size();
    }
    state.SetItemsProcessed( state.iterations() );
-   state.counters[ "hit_ratio" ] = static_cast< double >( hits ) /
-                                   static_cast< double >( state.iterations() );
+   state.counters[ "hit_ratio" ] =
+      static_cast< double >( hits ) / static_cast< double >( state.iterations() );
 }
 BENCHMARK( BM_ModelClassify )->Arg( 1024 )->Arg( 8192 )->Unit( benchmark::kMicrosecond );
 
@@ -143,10 +143,16 @@ BM_ModelMovesPerInsert( benchmark::State & state ) {
    }
    state.counters[ "moves_mean" ] = mean;
    state.counters[ "moves_max" ] = static_cast< double >( worst );
-   state.SetLabel( order == ascending ? "ascending" : order == descending ? "descending" : "random" );
+   state.SetLabel( order == ascending    ? "ascending"
+                   : order == descending ? "descending"
+                                         : "random" );
 }
-BENCHMARK( BM_ModelMovesPerInsert )->Arg( ascending )->Arg( descending )->Arg( shuffled )
-   ->Iterations( 1 )->Unit( benchmark::kMillisecond );
+BENCHMARK( BM_ModelMovesPerInsert )
+   ->Arg( ascending )
+   ->Arg( descending )
+   ->Arg( shuffled )
+   ->Iterations( 1 )
+   ->Unit( benchmark::kMillisecond );
 
 } // namespace
 

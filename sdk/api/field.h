@@ -413,7 +413,9 @@ int bcm_field_hints_destroy( int unit, bcm_field_hintid_t hint_id );
 // initialised. The pointer stays valid for the unit's life.
 int bcm_field_control_get( int unit, bcm_field_control_t ** control );
 // The field-processor lock: refreshes the control structure and holds the
-// SDK still until bcm_field_control_unlock. Not recursive.
+// SDK still until bcm_field_control_unlock. The holding thread may make
+// other SDK calls meanwhile (and take it again; each lock needs its unlock).
+// BCM_E_PARAM from an unlock without a lock.
 int bcm_field_control_lock( int unit );
 int bcm_field_control_unlock( int unit );
 // Slices one entry row of the mode spans (Single 1, Double 2, Triple 3).

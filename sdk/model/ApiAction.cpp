@@ -29,8 +29,9 @@ bcm_field_action_get( int unit, bcm_field_entry_t entry, bcm_field_action_t acti
 
 extern "C" int
 bcm_field_action_remove( int unit, bcm_field_entry_t entry, bcm_field_action_t action ) {
-   return sdkCall( __func__, unit, { entry, action },
-                   [ & ]( Unit & u ) { return u.state().field.actionRemove( entry, action ); } );
+   return sdkCall( __func__, unit, { entry, action }, [ & ]( Unit & u ) {
+      return u.state().field.actionRemove( entry, action );
+   } );
 }
 
 extern "C" int

@@ -16,8 +16,9 @@ bcm_field_entry_create( int unit, bcm_field_group_t group, bcm_field_entry_t * e
 
 extern "C" int
 bcm_field_entry_create_id( int unit, bcm_field_group_t group, bcm_field_entry_t entry ) {
-   return sdkCall( __func__, unit, { group, entry },
-                   [ & ]( Unit & u ) { return u.state().field.entryCreateId( group, entry ); } );
+   return sdkCall( __func__, unit, { group, entry }, [ & ]( Unit & u ) {
+      return u.state().field.entryCreateId( group, entry );
+   } );
 }
 
 extern "C" int
@@ -102,8 +103,9 @@ bcm_field_entry_group_get( int unit, bcm_field_entry_t entry, bcm_field_group_t 
 
 extern "C" int
 bcm_field_entry_content_copy( int unit, bcm_field_entry_t src, bcm_field_entry_t dst ) {
-   return sdkCall( __func__, unit, { src, dst },
-                   [ & ]( Unit & u ) { return u.state().field.entryContentCopy( src, dst ); } );
+   return sdkCall( __func__, unit, { src, dst }, [ & ]( Unit & u ) {
+      return u.state().field.entryContentCopy( src, dst );
+   } );
 }
 
 extern "C" int

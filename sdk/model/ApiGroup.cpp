@@ -67,7 +67,8 @@ bcm_field_group_status_get( int unit, bcm_field_group_t group,
          U32 perPipe = u.profile().metersPerPipe;
          U32 pipe = g->pipe < 0 ? 0 : static_cast< U32 >( g->pipe );
          status->meters_total = static_cast< int >( perPipe );
-         status->meters_free = static_cast< int >( perPipe - s.policers.metersUsed( pipe ) );
+         status->meters_free =
+            static_cast< int >( perPipe - s.policers.metersUsed( pipe ) );
       }
       return rc;
    } );
@@ -106,7 +107,8 @@ bcm_field_group_priority_get( int unit, bcm_field_group_t group, int * priority 
 }
 
 extern "C" int
-bcm_field_group_mode_get( int unit, bcm_field_group_t group, bcm_field_group_mode_t * mode ) {
+bcm_field_group_mode_get( int unit, bcm_field_group_t group,
+                          bcm_field_group_mode_t * mode ) {
    return sdkCall( __func__, unit, { group }, [ & ]( Unit & u ) {
       const Group * g = u.state().field.group( group );
       if ( !mode || !g ) {

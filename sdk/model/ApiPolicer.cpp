@@ -11,8 +11,8 @@ configArgs( const bcm_policer_config_t * config ) {
    if ( !config ) {
       return {};
    }
-   return { config->flags, config->mode, config->ckbits_sec, config->ckbits_burst,
-            config->pkbits_sec, config->pkbits_burst };
+   return { config->flags,        config->mode,       config->ckbits_sec,
+            config->ckbits_burst, config->pkbits_sec, config->pkbits_burst };
 }
 
 // The pipe whose meters an entry's policer uses: its group's, or 0.

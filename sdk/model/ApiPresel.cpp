@@ -34,8 +34,8 @@ extern "C" int
 bcm_field_hints_add( int unit, bcm_field_hintid_t hint_id, bcm_field_hint_t * hint ) {
    std::vector< S64 > args = { hint_id };
    if ( hint ) {
-      args.insert( args.end(), { hint->hint_type, hint->qual, hint->max_values, hint->start_bit,
-                                 hint->end_bit } );
+      args.insert( args.end(), { hint->hint_type, hint->qual, hint->max_values,
+                                 hint->start_bit, hint->end_bit } );
    }
    return sdkCall( __func__, unit, args, [ & ]( Unit & u ) {
       return hint ? u.state().field.hintsAdd( hint_id, *hint ) : BCM_E_PARAM;
@@ -43,7 +43,8 @@ bcm_field_hints_add( int unit, bcm_field_hintid_t hint_id, bcm_field_hint_t * hi
 }
 
 extern "C" int
-bcm_field_hints_get( int unit, bcm_field_hintid_t hint_id, int n, bcm_field_hint_t * hint ) {
+bcm_field_hints_get( int unit, bcm_field_hintid_t hint_id, int n,
+                     bcm_field_hint_t * hint ) {
    return sdkCall( __func__, unit, { hint_id, n }, [ & ]( Unit & u ) {
       return hint ? u.state().field.hintsGet( hint_id, n, *hint ) : BCM_E_PARAM;
    } );

@@ -41,24 +41,27 @@ int
 setValue( const char * function, int unit, bcm_field_entry_t entry, int qualifier, T data,
           T mask ) {
    U32 bytes = qualifierBytes( qualifier );
-   return store( function, unit, entry, qualifier,
-                 { entry, static_cast< S64 >( data ), static_cast< S64 >( mask ) },
-                 intValue( static_cast< U64 >( data ), static_cast< U64 >( mask ), bytes ) );
+   return store(
+      function, unit, entry, qualifier,
+      { entry, static_cast< S64 >( data ), static_cast< S64 >( mask ) },
+      intValue( static_cast< U64 >( data ), static_cast< U64 >( mask ), bytes ) );
 }
 
 template< typename T >
 int
 getValue( const char * function, int unit, bcm_field_entry_t entry, int qualifier, T * data,
           T * mask ) {
-   return load( function, unit, entry, qualifier, data && mask, [ & ]( const FieldValue & v ) {
-      *data = static_cast< T >( fromBytes( v.data ) );
-      *mask = static_cast< T >( fromBytes( v.mask ) );
-   } );
+   return load( function, unit, entry, qualifier, data && mask,
+                [ & ]( const FieldValue & v ) {
+                   *data = static_cast< T >( fromBytes( v.data ) );
+                   *mask = static_cast< T >( fromBytes( v.mask ) );
+                } );
 }
 
 template< typename T >
 int
-setEnum( const char * function, int unit, bcm_field_entry_t entry, int qualifier, T value ) {
+setEnum( const char * function, int unit, bcm_field_entry_t entry, int qualifier,
+         T value ) {
    U32 bytes = qualifierBytes( qualifier );
    return store( function, unit, entry, qualifier, { entry, static_cast< S64 >( value ) },
                  intValue( static_cast< U64 >( value ), ~0ull, bytes ) );
@@ -66,9 +69,11 @@ setEnum( const char * function, int unit, bcm_field_entry_t entry, int qualifier
 
 template< typename T >
 int
-getEnum( const char * function, int unit, bcm_field_entry_t entry, int qualifier, T * value ) {
-   return load( function, unit, entry, qualifier, value != nullptr,
-                [ & ]( const FieldValue & v ) { *value = static_cast< T >( fromBytes( v.data ) ); } );
+getEnum( const char * function, int unit, bcm_field_entry_t entry, int qualifier,
+         T * value ) {
+   return load(
+      function, unit, entry, qualifier, value != nullptr,
+      [ & ]( const FieldValue & v ) { *value = static_cast< T >( fromBytes( v.data ) ); } );
 }
 
 int
@@ -82,12 +87,13 @@ setArray( const char * function, int unit, bcm_field_entry_t entry, int qualifie
 }
 
 int
-getArray( const char * function, int unit, bcm_field_entry_t entry, int qualifier, U8 * data,
-          U8 * mask, size_t size ) {
-   return load( function, unit, entry, qualifier, data && mask, [ & ]( const FieldValue & v ) {
-      std::memcpy( data, v.data.data(), size );
-      std::memcpy( mask, v.mask.data(), size );
-   } );
+getArray( const char * function, int unit, bcm_field_entry_t entry, int qualifier,
+          U8 * data, U8 * mask, size_t size ) {
+   return load( function, unit, entry, qualifier, data && mask,
+                [ & ]( const FieldValue & v ) {
+                   std::memcpy( data, v.data.data(), size );
+                   std::memcpy( mask, v.mask.data(), size );
+                } );
 }
 
 std::vector< U8 >
@@ -104,8 +110,8 @@ bcm_pbmp_t
 pbmpOf( const std::vector< U8 > & bytes ) {
    bcm_pbmp_t pbmp{};
    for ( int w = 0; w < BCM_PBMP_WORD_MAX; ++w ) {
-      pbmp.pbits[ w ] =
-         static_cast< U32 >( fromBytes( { bytes.begin() + 4 * w, bytes.begin() + 4 * w + 4 } ) );
+      pbmp.pbits[ w ] = static_cast< U32 >(
+         fromBytes( { bytes.begin() + 4 * w, bytes.begin() + 4 * w + 4 } ) );
    }
    return pbmp;
 }
@@ -120,10 +126,11 @@ setPbmp( const char * function, int unit, bcm_field_entry_t entry, int qualifier
 int
 getPbmp( const char * function, int unit, bcm_field_entry_t entry, int qualifier,
          bcm_pbmp_t * data, bcm_pbmp_t * mask ) {
-   return load( function, unit, entry, qualifier, data && mask, [ & ]( const FieldValue & v ) {
-      *data = pbmpOf( v.data );
-      *mask = pbmpOf( v.mask );
-   } );
+   return load( function, unit, entry, qualifier, data && mask,
+                [ & ]( const FieldValue & v ) {
+                   *data = pbmpOf( v.data );
+                   *mask = pbmpOf( v.mask );
+                } );
 }
 
 } // namespace

@@ -55,7 +55,8 @@ bcm_field_qualify_DstPort( int unit, bcm_field_entry_t entry, bcm_module_t data_
                              toBytes( static_cast< U32 >( mask_port ), 4 ) ) };
    return sdkCall( __func__, unit, { entry, data_modid, mask_modid, data_port, mask_port },
                    [ & ]( Unit & u ) {
-                      return u.state().field.qualify( entry, bcmFieldQualifyDstPort, value );
+                      return u.state().field.qualify( entry, bcmFieldQualifyDstPort,
+                                                      value );
                    } );
 }
 
@@ -145,7 +146,8 @@ bcm_field_qualify_MixedSrcClassId_get( int unit, bcm_field_entry_t entry, bcm_pb
       int rc = u.state().field.qualifyGet( entry, bcmFieldQualifyMixedSrcClassId, v );
       if ( rc == BCM_E_NONE ) {
          for ( int w = 0; w < BCM_PBMP_WORD_MAX; ++w ) {
-            pbmp->pbits[ w ] = static_cast< U32 >( wordAt( v.data, 4 * static_cast< size_t >( w ) ) );
+            pbmp->pbits[ w ] =
+               static_cast< U32 >( wordAt( v.data, 4 * static_cast< size_t >( w ) ) );
          }
          *data = static_cast< U32 >( wordAt( v.data, 28 ) );
          *mask = static_cast< U32 >( wordAt( v.mask, 28 ) );
@@ -155,8 +157,8 @@ bcm_field_qualify_MixedSrcClassId_get( int unit, bcm_field_entry_t entry, bcm_pb
 }
 
 extern "C" int
-bcm_field_qualify_data( int unit, bcm_field_entry_t entry, int qual_id, const uint8_t * data,
-                        const uint8_t * mask, uint16_t length ) {
+bcm_field_qualify_data( int unit, bcm_field_entry_t entry, int qual_id,
+                        const uint8_t * data, const uint8_t * mask, uint16_t length ) {
    return sdkCall( __func__, unit, { entry, qual_id, length }, [ & ]( Unit & u ) {
       UnitState & s = u.state();
       const DataQualifier * q = s.udf.data( qual_id );
@@ -204,8 +206,8 @@ bcm_field_qualify_udf( int unit, bcm_field_entry_t entry, int udf_id, int length
       if ( !data || !mask || length <= 0 || static_cast< U32 >( length ) > width ) {
          return BCM_E_PARAM;
       }
-      return s.field.udfQualify( entry, udf_id,
-                                 bytesValue( data, mask, static_cast< size_t >( length ) ) );
+      return s.field.udfQualify(
+         entry, udf_id, bytesValue( data, mask, static_cast< size_t >( length ) ) );
    } );
 }
 

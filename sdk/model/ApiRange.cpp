@@ -5,8 +5,8 @@
 using namespace ChipModel;
 
 extern "C" int
-bcm_field_range_create( int unit, bcm_field_range_t * range, uint32_t flags, bcm_l4_port_t min,
-                        bcm_l4_port_t max ) {
+bcm_field_range_create( int unit, bcm_field_range_t * range, uint32_t flags,
+                        bcm_l4_port_t min, bcm_l4_port_t max ) {
    return sdkCall( __func__, unit, { flags, min, max }, [ & ]( Unit & u ) {
       return range ? u.state().ranges.fieldRangeCreate( *range, false, flags, min, max )
                    : BCM_E_PARAM;
@@ -14,8 +14,8 @@ bcm_field_range_create( int unit, bcm_field_range_t * range, uint32_t flags, bcm
 }
 
 extern "C" int
-bcm_field_range_create_id( int unit, bcm_field_range_t range, uint32_t flags, bcm_l4_port_t min,
-                           bcm_l4_port_t max ) {
+bcm_field_range_create_id( int unit, bcm_field_range_t range, uint32_t flags,
+                           bcm_l4_port_t min, bcm_l4_port_t max ) {
    return sdkCall( __func__, unit, { range, flags, min, max }, [ & ]( Unit & u ) {
       return u.state().ranges.fieldRangeCreate( range, true, flags, min, max );
    } );
@@ -33,8 +33,8 @@ bcm_field_range_destroy( int unit, bcm_field_range_t range ) {
 }
 
 extern "C" int
-bcm_field_range_get( int unit, bcm_field_range_t range, uint32_t * flags, bcm_l4_port_t * min,
-                     bcm_l4_port_t * max ) {
+bcm_field_range_get( int unit, bcm_field_range_t range, uint32_t * flags,
+                     bcm_l4_port_t * min, bcm_l4_port_t * max ) {
    return sdkCall( __func__, unit, { range }, [ & ]( Unit & u ) {
       const FieldRange * r = u.state().ranges.fieldRange( range );
       if ( !flags || !min || !max ) {
@@ -60,7 +60,8 @@ bcm_range_create( int unit, int flags, bcm_range_config_t * config ) {
       if ( !config ) {
          return BCM_E_PARAM;
       }
-      return u.state().ranges.moduleRangeCreate( flags & BCM_RANGE_CREATE_WITH_ID, *config );
+      return u.state().ranges.moduleRangeCreate( flags & BCM_RANGE_CREATE_WITH_ID,
+                                                 *config );
    } );
 }
 
@@ -68,7 +69,8 @@ extern "C" int
 bcm_range_destroy( int unit, bcm_range_t rid ) {
    return sdkCall( __func__, unit, { rid }, [ & ]( Unit & u ) {
       UnitState & s = u.state();
-      if ( s.ranges.moduleRange( rid ) && s.field.rangeInUse( static_cast< U32 >( rid ) ) ) {
+      if ( s.ranges.moduleRange( rid ) &&
+           s.field.rangeInUse( static_cast< U32 >( rid ) ) ) {
          return BCM_E_BUSY;
       }
       return s.ranges.moduleRangeDestroy( rid );

@@ -13,8 +13,8 @@ constexpr int poolsPerStage = 256;
 } // namespace
 
 extern "C" int
-bcm_field_stat_create( int unit, bcm_field_group_t group, int nstat, bcm_field_stat_t * stat_arr,
-                       int * stat_id ) {
+bcm_field_stat_create( int unit, bcm_field_group_t group, int nstat,
+                       bcm_field_stat_t * stat_arr, int * stat_id ) {
    std::vector< S64 > args = { group, nstat };
    for ( int i = 0; stat_arr && i < nstat && i < bcmFieldStatCount; ++i ) {
       args.push_back( stat_arr[ i ] );
@@ -36,14 +36,16 @@ bcm_field_stat_destroy( int unit, int stat_id ) {
 
 extern "C" int
 bcm_field_entry_stat_attach( int unit, bcm_field_entry_t entry, int stat_id ) {
-   return sdkCall( __func__, unit, { entry, stat_id },
-                   [ & ]( Unit & u ) { return u.state().field.statAttach( entry, stat_id ); } );
+   return sdkCall( __func__, unit, { entry, stat_id }, [ & ]( Unit & u ) {
+      return u.state().field.statAttach( entry, stat_id );
+   } );
 }
 
 extern "C" int
 bcm_field_entry_stat_detach( int unit, bcm_field_entry_t entry, int stat_id ) {
-   return sdkCall( __func__, unit, { entry, stat_id },
-                   [ & ]( Unit & u ) { return u.state().field.statDetach( entry, stat_id ); } );
+   return sdkCall( __func__, unit, { entry, stat_id }, [ & ]( Unit & u ) {
+      return u.state().field.statDetach( entry, stat_id );
+   } );
 }
 
 extern "C" int
@@ -76,8 +78,9 @@ bcm_field_stat_get( int unit, int stat_id, bcm_field_stat_t type, uint64_t * val
 
 extern "C" int
 bcm_field_stat_set( int unit, int stat_id, bcm_field_stat_t type, uint64_t value ) {
-   return sdkCall( __func__, unit, { stat_id, type, static_cast< S64 >( value ) },
-                   [ & ]( Unit & u ) { return u.state().field.statSet( stat_id, type, value ); } );
+   return sdkCall(
+      __func__, unit, { stat_id, type, static_cast< S64 >( value ) },
+      [ & ]( Unit & u ) { return u.state().field.statSet( stat_id, type, value ); } );
 }
 
 extern "C" int
@@ -121,7 +124,8 @@ bcm_field_stat_hw_info_get( int unit, int stat_id, int * pipe, int * pool_id, in
          return BCM_E_NOT_FOUND;
       }
       *pipe = static_cast< int >( s->instance );
-      *pool_id = static_cast< int >( s->stage ) * poolsPerStage + static_cast< int >( s->pool );
+      *pool_id =
+         static_cast< int >( s->stage ) * poolsPerStage + static_cast< int >( s->pool );
       *count = static_cast< int >( s->indices.size() );
       for ( int i = 0; i < max && i < *count; ++i ) {
          indices[ i ] = static_cast< int >( s->indices[ static_cast< size_t >( i ) ] );
@@ -147,8 +151,8 @@ counterAt( Unit & u, int pipe, int pool, int index ) {
 } // namespace
 
 extern "C" int
-bcm_field_stat_pool_counter_get( int unit, int pipe, int pool_id, int index, uint64_t * packets,
-                                 uint64_t * bytes ) {
+bcm_field_stat_pool_counter_get( int unit, int pipe, int pool_id, int index,
+                                 uint64_t * packets, uint64_t * bytes ) {
    return sdkCall( __func__, unit, { pipe, pool_id, index }, [ & ]( Unit & u ) {
       if ( !packets || !bytes ) {
          return BCM_E_PARAM;
@@ -183,17 +187,18 @@ bcm_field_stat_eviction_get( int unit, int pipe, int pool_id, int index, uint64_
 extern "C" int
 bcm_field_stat_eviction_clear( int unit, int pipe, int pool_id, int index, int packets,
                                int bytes ) {
-   return sdkCall( __func__, unit, { pipe, pool_id, index, packets, bytes }, [ & ]( Unit & u ) {
-      Counter * c = counterAt( u, pipe, pool_id, index );
-      if ( !c ) {
-         return BCM_E_NOT_FOUND;
-      }
-      if ( packets ) {
-         c->evictedPackets = 0;
-      }
-      if ( bytes ) {
-         c->evictedBytes = 0;
-      }
-      return BCM_E_NONE;
-   } );
+   return sdkCall( __func__, unit, { pipe, pool_id, index, packets, bytes },
+                   [ & ]( Unit & u ) {
+                      Counter * c = counterAt( u, pipe, pool_id, index );
+                      if ( !c ) {
+                         return BCM_E_NOT_FOUND;
+                      }
+                      if ( packets ) {
+                         c->evictedPackets = 0;
+                      }
+                      if ( bytes ) {
+                         c->evictedBytes = 0;
+                      }
+                      return BCM_E_NONE;
+                   } );
 }

@@ -60,17 +60,19 @@ bcm_field_data_qualifier_packet_format_delete( int unit, int qual_id,
 extern "C" int
 bcm_field_data_qualifier_ethertype_add( int unit, int qual_id,
                                         bcm_field_data_ethertype_t * etype ) {
-   return sdkCall( __func__, unit, { qual_id, etype ? etype->ethertype : 0 }, [ & ]( Unit & u ) {
-      return etype ? u.state().udf.dataEthertypeAdd( qual_id, *etype ) : BCM_E_PARAM;
-   } );
+   return sdkCall(
+      __func__, unit, { qual_id, etype ? etype->ethertype : 0 }, [ & ]( Unit & u ) {
+         return etype ? u.state().udf.dataEthertypeAdd( qual_id, *etype ) : BCM_E_PARAM;
+      } );
 }
 
 extern "C" int
 bcm_field_data_qualifier_ethertype_delete( int unit, int qual_id,
                                            bcm_field_data_ethertype_t * etype ) {
-   return sdkCall( __func__, unit, { qual_id, etype ? etype->ethertype : 0 }, [ & ]( Unit & u ) {
-      return etype ? u.state().udf.dataEthertypeDelete( qual_id, *etype ) : BCM_E_PARAM;
-   } );
+   return sdkCall(
+      __func__, unit, { qual_id, etype ? etype->ethertype : 0 }, [ & ]( Unit & u ) {
+         return etype ? u.state().udf.dataEthertypeDelete( qual_id, *etype ) : BCM_E_PARAM;
+      } );
 }
 
 extern "C" int
@@ -102,7 +104,8 @@ bcm_field_qset_udf_add( int unit, bcm_field_qset_t * qset, bcm_udf_id_t udf_id )
 }
 
 extern "C" int
-bcm_udf_create( int unit, bcm_udf_alloc_hints_t *, bcm_udf_t * udf_info, bcm_udf_id_t * udf_id ) {
+bcm_udf_create( int unit, bcm_udf_alloc_hints_t *, bcm_udf_t * udf_info,
+                bcm_udf_id_t * udf_id ) {
    std::vector< S64 > args;
    if ( udf_info ) {
       args = { udf_info->flags, udf_info->layer, udf_info->start_bit, udf_info->bit_width };
@@ -119,7 +122,8 @@ extern "C" int
 bcm_udf_destroy( int unit, bcm_udf_id_t udf_id ) {
    return sdkCall( __func__, unit, { udf_id }, [ & ]( Unit & u ) {
       UnitState & s = u.state();
-      if ( s.field.udfInUse( udf_id ) && ( s.udf.udf( udf_id ) || s.udf.chunk( udf_id ) ) ) {
+      if ( s.field.udfInUse( udf_id ) &&
+           ( s.udf.udf( udf_id ) || s.udf.chunk( udf_id ) ) ) {
          return BCM_E_BUSY;
       }
       return s.udf.udfDestroy( udf_id );
@@ -152,8 +156,9 @@ bcm_udf_pkt_format_create( int unit, bcm_udf_pkt_format_options_t options,
 
 extern "C" int
 bcm_udf_pkt_format_destroy( int unit, bcm_udf_pkt_format_id_t pkt_format_id ) {
-   return sdkCall( __func__, unit, { pkt_format_id },
-                   [ & ]( Unit & u ) { return u.state().udf.formatDestroy( pkt_format_id ); } );
+   return sdkCall( __func__, unit, { pkt_format_id }, [ & ]( Unit & u ) {
+      return u.state().udf.formatDestroy( pkt_format_id );
+   } );
 }
 
 extern "C" int
@@ -170,7 +175,8 @@ bcm_udf_pkt_format_info_get( int unit, bcm_udf_pkt_format_id_t pkt_format_id,
 }
 
 extern "C" int
-bcm_udf_pkt_format_add( int unit, bcm_udf_id_t udf_id, bcm_udf_pkt_format_id_t pkt_format_id ) {
+bcm_udf_pkt_format_add( int unit, bcm_udf_id_t udf_id,
+                        bcm_udf_pkt_format_id_t pkt_format_id ) {
    return sdkCall( __func__, unit, { udf_id, pkt_format_id }, [ & ]( Unit & u ) {
       return u.state().udf.formatAdd( udf_id, pkt_format_id );
    } );
@@ -197,7 +203,8 @@ bcm_udf_pkt_format_get_all( int unit, bcm_udf_id_t udf_id, int max,
       }
       *actual = static_cast< int >( object->formats.size() );
       int i = 0;
-      for ( auto it = object->formats.begin(); it != object->formats.end() && i < max; ++it ) {
+      for ( auto it = object->formats.begin(); it != object->formats.end() && i < max;
+            ++it ) {
          pkt_format_id_list[ i++ ] = *it;
       }
       return BCM_E_NONE;

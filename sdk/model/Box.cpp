@@ -22,8 +22,8 @@ profilesNamed( const std::vector< std::string > & names ) {
          for ( const std::string & n : profileNames() ) {
             known += ( known.empty() ? "" : ", " ) + n;
          }
-         throw std::invalid_argument( "unknown chip profile '" + name + "' (known: " + known +
-                                      ")" );
+         throw std::invalid_argument( "unknown chip profile '" + name +
+                                      "' (known: " + known + ")" );
       }
       profiles.push_back( *profile );
    }
@@ -239,7 +239,8 @@ Box::checkActivity( const char * function ) {
    if ( activityCheck_ == ActivityCheck::abort ) {
       std::string message =
          std::string( function ) + " called while holding the activity lock";
-      Kiln::assertionFailed( message.c_str(), __FILE_NAME__, __LINE__, __PRETTY_FUNCTION__ );
+      Kiln::assertionFailed( message.c_str(), __FILE_NAME__, __LINE__,
+                             __PRETTY_FUNCTION__ );
    }
 }
 

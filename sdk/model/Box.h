@@ -36,12 +36,12 @@ struct ObjectCounts {
    U32 stats = 0;
    U32 presels = 0;
    U32 hints = 0;
-   U32 ranges = 0;         // both range APIs
+   U32 ranges = 0; // both range APIs
    U32 policers = 0;
-   U32 udfObjects = 0;     // UDF module objects
+   U32 udfObjects = 0; // UDF module objects
    U32 dataQualifiers = 0;
-   U32 packetFormats = 0;  // UDF module formats and data-qualifier formats/ethertypes
-   U32 chunks = 0;         // flex-parser chunks
+   U32 packetFormats = 0; // UDF module formats and data-qualifier formats/ethertypes
+   U32 chunks = 0;        // flex-parser chunks
 
    bool operator==( const ObjectCounts & other ) const = default;
    ObjectCounts & operator+=( const ObjectCounts & other );

@@ -54,9 +54,8 @@ FaultPlan::check( int unit, const std::string & function ) {
 U32
 FaultPlan::pending() const {
    return static_cast< U32 >(
-      std::count_if( faults_.begin(), faults_.end(), []( const Fault & f ) {
-         return f.seen < f.nth + f.times - 1;
-      } ) );
+      std::count_if( faults_.begin(), faults_.end(),
+                     []( const Fault & f ) { return f.seen < f.nth + f.times - 1; } ) );
 }
 
 std::string

@@ -13,7 +13,7 @@ namespace ChipModel {
 // One SDK call as it was made.
 struct CallRecord {
    int unit;
-   std::string function;  // "bcm_field_entry_create_id"
+   std::string function;    // "bcm_field_entry_create_id"
    std::vector< S64 > args; // integer arguments after the unit, in order
    int rc;
    // "bcm_field_entry_create_id(0, 42, 16777217) = 0"
@@ -43,7 +43,7 @@ struct Fault {
    U32 nth;
    int rc;
    U32 times = 1;
-   U32 seen = 0;         // matching calls so far
+   U32 seen = 0; // matching calls so far
 };
 
 class FaultPlan {

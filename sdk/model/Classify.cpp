@@ -32,20 +32,23 @@ partnerOf( bcm_field_action_t action ) {
 bool
 isRedirect( bcm_field_action_t action ) {
    return action == bcmFieldActionRedirectPort || action == bcmFieldActionRedirectPbmp ||
-          action == bcmFieldActionRedirectTrunk || action == bcmFieldActionRedirectEgrNextHop;
+          action == bcmFieldActionRedirectTrunk ||
+          action == bcmFieldActionRedirectEgrNextHop;
 }
 
 // Whether an action is already decided by a group of higher precedence.
 bool
 decided( const std::vector< ResolvedAction > & resolved, bcm_field_action_t action ) {
-   return std::any_of( resolved.begin(), resolved.end(), [ action ]( const ResolvedAction & r ) {
-      return r.action == action || r.action == partnerOf( action ) ||
-             ( isRedirect( action ) && isRedirect( r.action ) );
-   } );
+   return std::any_of( resolved.begin(), resolved.end(),
+                       [ action ]( const ResolvedAction & r ) {
+                          return r.action == action || r.action == partnerOf( action ) ||
+                                 ( isRedirect( action ) && isRedirect( r.action ) );
+                       } );
 }
 
 bool
-rangesMatch( const EntryImage & image, const LookupContext & context, const UnitState & state ) {
+rangesMatch( const EntryImage & image, const LookupContext & context,
+             const UnitState & state ) {
    const Packet & p = context.packet;
    for ( const RangeCheck & check : image.ranges ) {
       std::optional< U32 > pipe = state.ranges.pipeOf( check.range );
@@ -65,7 +68,8 @@ extractedMatch( const std::map< int, FieldValue > & rules, const LookupContext &
    for ( const auto & [ id, rule ] : rules ) {
       auto value = data ? state.udf.extractData( id, context.layout )
                         : state.udf.extractUdf( id, context.layout );
-      if ( !maskedEqual( rule, value ? *value : std::vector< U8 >( rule.data.size(), 0 ) ) ) {
+      if ( !maskedEqual( rule,
+                         value ? *value : std::vector< U8 >( rule.data.size(), 0 ) ) ) {
          return false;
       }
    }
@@ -86,7 +90,8 @@ imageMatches( const EntryImage & image, const LookupContext & context,
 }
 
 bool
-groupSees( const Group & group, const LookupContext & context, const FieldProcessor & field ) {
+groupSees( const Group & group, const LookupContext & context,
+           const FieldProcessor & field ) {
    if ( group.ports && !BCM_PBMP_MEMBER( *group.ports, context.packet.inPort ) ) {
       return false;
    }
@@ -122,8 +127,8 @@ resolve( StageResult & result, const Entry & entry ) {
       if ( decided( result.actions, a.action ) ) {
          continue;
       }
-      result.actions.push_back(
-         ResolvedAction{ a.action, a.param0, a.param1, a.hasPorts, a.ports, entry.group, entry.id } );
+      result.actions.push_back( ResolvedAction{ a.action, a.param0, a.param1, a.hasPorts,
+                                                a.ports, entry.group, entry.id } );
    }
 }
 
@@ -162,8 +167,9 @@ meter( UnitState & state, const StageResult & result, LookupContext & context ) 
    for ( const Hit & hit : result.hits ) {
       const Entry * e = state.field.entry( hit.entry );
       if ( e && e->policer ) {
-         context.colour = worse( context.colour, state.policers.meter( e->policer, context.length,
-                                                                      context.packet.timeUs ) );
+         context.colour =
+            worse( context.colour, state.policers.meter( e->policer, context.length,
+                                                         context.packet.timeUs ) );
          const Policer * p = state.policers.policer( e->policer );
          if ( context.colour == bcmFieldColorRed && p &&
               ( p->config.flags & BCM_POLICER_DROP_RED ) ) {

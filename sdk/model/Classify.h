@@ -40,7 +40,7 @@ struct ResolvedAction {
 
 struct StageResult {
    bcm_field_stage_t stage;
-   int pipe = -1; // -1 for a global stage
+   int pipe = -1;           // -1 for a global stage
    std::vector< Hit > hits; // in group precedence
    std::vector< ResolvedAction > actions;
 
@@ -62,7 +62,8 @@ struct LookupResult {
    // Every hit of every stage, in lookup order.
    std::vector< Hit > hits() const;
    // The action as resolved in the stage, or null.
-   const ResolvedAction * action( bcm_field_stage_t stage, bcm_field_action_t action ) const;
+   const ResolvedAction * action( bcm_field_stage_t stage,
+                                  bcm_field_action_t action ) const;
 };
 
 // Looks the packet up in a unit's state. A packet entering on a port the

@@ -27,7 +27,7 @@ struct RangeCheck {
 };
 
 struct EntryImage {
-   std::map< int, FieldValue > qualifiers; // by bcm_field_qualify_t
+   std::map< int, FieldValue > qualifiers;     // by bcm_field_qualify_t
    std::map< int, FieldValue > dataQualifiers; // by data qualifier id
    std::map< int, FieldValue > udfs;           // by UDF id
    std::vector< RangeCheck > ranges;
@@ -40,11 +40,11 @@ struct Entry {
    bcm_field_entry_t id = 0;
    bcm_field_group_t group = 0;
    int priority = BCM_FIELD_ENTRY_PRIO_DEFAULT;
-   EntryImage soft;                     // what was set
+   EntryImage soft;                      // what was set
    std::optional< EntryImage > hardware; // what is installed
    bool enabled = true;
-   int statId = 0;                      // 0: none
-   bcm_policer_t policer = 0;           // level 0; 0: none
+   int statId = 0;            // 0: none
+   bcm_policer_t policer = 0; // level 0; 0: none
 
    bool installed() const { return hardware.has_value(); }
 };

@@ -76,7 +76,8 @@ FieldControl::rebuildGroups( const FieldProcessor & field ) {
                static_cast< int >( used[ run ] );
          }
          records[ base + group.chain[ run ] ].next =
-            run + 1 < group.chain.size() ? &records[ base + group.chain[ run + 1 ] ] : nullptr;
+            run + 1 < group.chain.size() ? &records[ base + group.chain[ run + 1 ] ]
+                                         : nullptr;
       }
       bcm_field_control_group_t & record = groups_[ g ];
       record.gid = group.id;

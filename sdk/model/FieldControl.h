@@ -21,7 +21,8 @@ class FieldControl {
    bcm_field_control_t * control() { return &control_; }
 
  private:
-   void rebuildStage( const FieldProcessor & field, const StageSlices & slices, size_t index );
+   void rebuildStage( const FieldProcessor & field, const StageSlices & slices,
+                      size_t index );
    void rebuildGroups( const FieldProcessor & field );
 
    bcm_field_control_t control_{};

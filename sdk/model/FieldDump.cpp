@@ -33,17 +33,20 @@ dumpImage( std::ostringstream & out, const EntryImage & image ) {
           << hex( v.mask ) << "\n";
    }
    for ( const auto & [ id, v ] : image.dataQualifiers ) {
-      out << "   Data " << id << ": data " << hex( v.data ) << " mask " << hex( v.mask ) << "\n";
+      out << "   Data " << id << ": data " << hex( v.data ) << " mask " << hex( v.mask )
+          << "\n";
    }
    for ( const auto & [ id, v ] : image.udfs ) {
-      out << "   Udf " << id << ": data " << hex( v.data ) << " mask " << hex( v.mask ) << "\n";
+      out << "   Udf " << id << ": data " << hex( v.data ) << " mask " << hex( v.mask )
+          << "\n";
    }
    for ( const RangeCheck & r : image.ranges ) {
-      out << "   RangeCheck: range " << r.range << " invert " << ( r.invert ? 1 : 0 ) << "\n";
+      out << "   RangeCheck: range " << r.range << " invert " << ( r.invert ? 1 : 0 )
+          << "\n";
    }
    for ( const Action & a : image.actions ) {
-      out << "   Action " << bcm_field_action_name( a.action ) << ": 0x" << std::hex << a.param0
-          << " 0x" << a.param1 << std::dec;
+      out << "   Action " << bcm_field_action_name( a.action ) << ": 0x" << std::hex
+          << a.param0 << " 0x" << a.param1 << std::dec;
       if ( a.hasPorts ) {
          char ports[ _SHR_PBMP_FMT_LEN ];
          out << " ports " << _shr_pbmp_format( a.ports, ports );
@@ -64,8 +67,8 @@ FieldProcessor::entryDump( bcm_field_entry_t id, std::string & text ) const {
    S64 row = rowOf( id );
    std::ostringstream out;
    out << "EID " << id << " (0x" << std::hex << id << std::dec << "): group " << g.id
-       << ", stage " << bcm_field_stage_name( g.stage ) << ", pipe " << g.pipe << ", priority "
-       << e->priority << ", row " << row << ", slice "
+       << ", stage " << bcm_field_stage_name( g.stage ) << ", pipe " << g.pipe
+       << ", priority " << e->priority << ", row " << row << ", slice "
        << g.sliceOfRow( static_cast< U32 >( row ) ) << ", " << stateText( *e ) << "\n";
    dumpImage( out, e->soft );
    if ( e->statId ) {
@@ -93,8 +96,8 @@ FieldProcessor::groupDump( bcm_field_group_t id, std::string & text ) const {
    }
    std::ostringstream out;
    out << "GID " << g->id << " (0x" << std::hex << g->id << std::dec << "): stage "
-       << bcm_field_stage_name( g->stage ) << ", pipe " << g->pipe << ", priority " << g->priority
-       << ", mode " << bcm_field_group_mode_name( g->mode ) << ", slices";
+       << bcm_field_stage_name( g->stage ) << ", pipe " << g->pipe << ", priority "
+       << g->priority << ", mode " << bcm_field_group_mode_name( g->mode ) << ", slices";
    for ( U32 first : g->chain ) {
       out << " " << first;
       if ( g->width > 1 ) {
@@ -109,12 +112,13 @@ FieldProcessor::groupDump( bcm_field_group_t id, std::string & text ) const {
    }
    bcm_field_group_status_t status;
    groupStatus( id, status );
-   out << "\n   entries " << g->rows.size() << ", free " << status.entries_free << ", moves "
-       << g->moves << "\n";
+   out << "\n   entries " << g->rows.size() << ", free " << status.entries_free
+       << ", moves " << g->moves << "\n";
    for ( U32 key : g->rows.keysInOrder() ) {
       const Entry & e = entries_.at( static_cast< bcm_field_entry_t >( key ) );
       out << "   EID " << e.id << " (0x" << std::hex << e.id << std::dec << "): priority "
-          << e.priority << ", row " << *g->rows.slotOf( key ) << ", " << stateText( e ) << "\n";
+          << e.priority << ", row " << *g->rows.slotOf( key ) << ", " << stateText( e )
+          << "\n";
    }
    text = out.str();
    return BCM_E_NONE;

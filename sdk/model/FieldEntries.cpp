@@ -29,7 +29,8 @@ FieldProcessor::rowOf( bcm_field_entry_t id ) const {
    if ( !e ) {
       return -1;
    }
-   std::optional< U32 > row = groups_.at( e->group ).rows.slotOf( static_cast< U32 >( id ) );
+   std::optional< U32 > row =
+      groups_.at( e->group ).rows.slotOf( static_cast< U32 >( id ) );
    return row ? static_cast< S64 >( *row ) : -1;
 }
 

@@ -79,7 +79,8 @@ FieldProcessor::resolveGroupWidth( const bcm_field_group_config_t & config,
       if ( config.mode < 0 || config.mode >= bcmFieldGroupModeCount ) {
          return BCM_E_PARAM;
       }
-      if ( config.mode >= bcmFieldGroupModeSingle && config.mode <= bcmFieldGroupModeTriple ) {
+      if ( config.mode >= bcmFieldGroupModeSingle &&
+           config.mode <= bcmFieldGroupModeTriple ) {
          width = static_cast< U32 >( config.mode );
          if ( width < needed ) {
             return BCM_E_PARAM;
@@ -289,7 +290,8 @@ FieldProcessor::groupCompress( bcm_field_group_t id ) {
 }
 
 int
-FieldProcessor::groupStatus( bcm_field_group_t id, bcm_field_group_status_t & status ) const {
+FieldProcessor::groupStatus( bcm_field_group_t id,
+                             bcm_field_group_status_t & status ) const {
    const Group * group = this->group( id );
    if ( !group ) {
       return BCM_E_NOT_FOUND;
@@ -345,7 +347,8 @@ FieldProcessor::groupsInOrder( bcm_field_stage_t stage, U32 instance ) const {
       }
    }
    std::sort( found.begin(), found.end(), []( const Group * a, const Group * b ) {
-      return a->priority != b->priority ? a->priority > b->priority : a->created < b->created;
+      return a->priority != b->priority ? a->priority > b->priority
+                                        : a->created < b->created;
    } );
    return found;
 }

@@ -87,7 +87,8 @@ FieldProcessor::hintsAdd( bcm_field_hintid_t id, const bcm_field_hint_t & hint )
 int
 FieldProcessor::hintsGet( bcm_field_hintid_t id, int n, bcm_field_hint_t & hint ) const {
    auto it = hints_.find( id );
-   if ( it == hints_.end() || n < 0 || static_cast< size_t >( n ) >= it->second.hints.size() ) {
+   if ( it == hints_.end() || n < 0 ||
+        static_cast< size_t >( n ) >= it->second.hints.size() ) {
       return BCM_E_NOT_FOUND;
    }
    hint = it->second.hints[ static_cast< size_t >( n ) ];

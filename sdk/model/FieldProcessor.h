@@ -41,7 +41,8 @@ class FieldProcessor {
    const std::map< bcm_field_group_t, Group > & groups() const { return groups_; }
    // Groups of a stage instance in lookup precedence: higher priority first,
    // then creation order.
-   std::vector< const Group * > groupsInOrder( bcm_field_stage_t stage, U32 instance ) const;
+   std::vector< const Group * > groupsInOrder( bcm_field_stage_t stage,
+                                               U32 instance ) const;
    const StageSlices * slices( bcm_field_stage_t stage ) const;
    const std::vector< StageSlices > & allSlices() const { return stages_; }
 
@@ -59,7 +60,9 @@ class FieldProcessor {
    int qualifyClear( bcm_field_entry_t id );
    const Entry * entry( bcm_field_entry_t id ) const;
    Entry * entry( bcm_field_entry_t id );
-   const std::unordered_map< bcm_field_entry_t, Entry > & entries() const { return entries_; }
+   const std::unordered_map< bcm_field_entry_t, Entry > & entries() const {
+      return entries_;
+   }
    // The row of an entry in its group; -1 when unknown.
    S64 rowOf( bcm_field_entry_t id ) const;
 
@@ -94,7 +97,8 @@ class FieldProcessor {
    const Stat * stat( int id ) const;
    const std::map< int, Stat > & stats() const { return stats_; }
    // The counter at (stage instance of pipe, pool, index) of the ingress stage.
-   const Counter * counter( bcm_field_stage_t stage, U32 instance, U32 pool, U32 index ) const;
+   const Counter * counter( bcm_field_stage_t stage, U32 instance, U32 pool,
+                            U32 index ) const;
    Counter * counter( bcm_field_stage_t stage, U32 instance, U32 pool, U32 index );
    const CounterPools * pools( bcm_field_stage_t stage, U32 instance ) const;
    // Counts a packet that hit the entry on every counter kind it falls in.
@@ -132,8 +136,9 @@ class FieldProcessor {
    CounterPools * poolsOf( bcm_field_stage_t stage, U32 instance );
    Group * groupOf( bcm_field_group_t id );
    int resolveGroupPlace( const StageProfile & stage, Group & group ) const;
-   int resolveGroupWidth( const bcm_field_group_config_t & config, const StageProfile & stage,
-                          U32 extraKeyBytes, Group & group ) const;
+   int resolveGroupWidth( const bcm_field_group_config_t & config,
+                          const StageProfile & stage, U32 extraKeyBytes,
+                          Group & group ) const;
    int checkGroupReferences( const bcm_field_group_config_t & config, Group & group ) const;
    std::optional< U32 > pipeOfPresels( const Group & group ) const;
    bool expand( Group & group );

@@ -51,7 +51,8 @@ FieldProcessor::qualify( bcm_field_entry_t id, int qualifier, const FieldValue &
 }
 
 int
-FieldProcessor::qualifyGet( bcm_field_entry_t id, int qualifier, FieldValue & value ) const {
+FieldProcessor::qualifyGet( bcm_field_entry_t id, int qualifier,
+                            FieldValue & value ) const {
    const std::map< int, FieldValue > * qualifiers = nullptr;
    if ( isPresel( id ) ) {
       auto it = presels_.find( id & ~BCM_FIELD_QUALIFY_PRESEL );
@@ -75,7 +76,8 @@ FieldProcessor::qualifyGet( bcm_field_entry_t id, int qualifier, FieldValue & va
 }
 
 int
-FieldProcessor::rangeCheckSet( bcm_field_entry_t id, bcm_field_range_t range, bool invert ) {
+FieldProcessor::rangeCheckSet( bcm_field_entry_t id, bcm_field_range_t range,
+                               bool invert ) {
    Entry * e = entry( id );
    if ( !e ) {
       return BCM_E_NOT_FOUND;
@@ -109,7 +111,8 @@ FieldProcessor::dataQualify( bcm_field_entry_t id, int qualId, const FieldValue 
 }
 
 int
-FieldProcessor::dataQualifyGet( bcm_field_entry_t id, int qualId, FieldValue & value ) const {
+FieldProcessor::dataQualifyGet( bcm_field_entry_t id, int qualId,
+                                FieldValue & value ) const {
    const Entry * e = entry( id );
    if ( !e ) {
       return BCM_E_NOT_FOUND;
@@ -187,7 +190,8 @@ FieldProcessor::actionAdd( bcm_field_entry_t id, const Action & action, bool add
 }
 
 int
-FieldProcessor::actionGet( bcm_field_entry_t id, bcm_field_action_t action, Action & out ) const {
+FieldProcessor::actionGet( bcm_field_entry_t id, bcm_field_action_t action,
+                           Action & out ) const {
    const Entry * e = entry( id );
    if ( !e ) {
       return BCM_E_NOT_FOUND;

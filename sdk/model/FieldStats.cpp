@@ -59,8 +59,8 @@ FieldProcessor::statCreate( bcm_field_group_t groupId,
       return BCM_E_PARAM;
    }
    CounterPools * counters = poolsOf( group->stage, group->instance );
-   auto taken = counters ? counters->allocate( static_cast< U32 >( kinds.size() ) )
-                         : std::nullopt;
+   auto taken =
+      counters ? counters->allocate( static_cast< U32 >( kinds.size() ) ) : std::nullopt;
    if ( !taken ) {
       return BCM_E_RESOURCE;
    }
@@ -138,8 +138,8 @@ FieldProcessor::statGet( int id, bcm_field_stat_t type, U64 & value ) const {
    if ( !s->counts( type ) ) {
       return BCM_E_PARAM;
    }
-   const Counter * c = counter( s->stage, s->instance, s->pool,
-                                s->indexOf.at( counterKindOf( type ) ) );
+   const Counter * c =
+      counter( s->stage, s->instance, s->pool, s->indexOf.at( counterKindOf( type ) ) );
    value = countsBytes( type ) ? c->bytes : c->packets;
    return BCM_E_NONE;
 }
@@ -153,7 +153,8 @@ FieldProcessor::statSet( int id, bcm_field_stat_t type, U64 value ) {
    if ( !s->counts( type ) ) {
       return BCM_E_PARAM;
    }
-   Counter * c = counter( s->stage, s->instance, s->pool, s->indexOf.at( counterKindOf( type ) ) );
+   Counter * c =
+      counter( s->stage, s->instance, s->pool, s->indexOf.at( counterKindOf( type ) ) );
    if ( countsBytes( type ) ) {
       c->bytes = value;
       c->hardwareBytes = 0;
@@ -165,7 +166,8 @@ FieldProcessor::statSet( int id, bcm_field_stat_t type, U64 value ) {
 }
 
 const Counter *
-FieldProcessor::counter( bcm_field_stage_t stage, U32 instance, U32 pool, U32 index ) const {
+FieldProcessor::counter( bcm_field_stage_t stage, U32 instance, U32 pool,
+                         U32 index ) const {
    return const_cast< FieldProcessor * >( this )->counter( stage, instance, pool, index );
 }
 
@@ -176,8 +178,8 @@ FieldProcessor::counter( bcm_field_stage_t stage, U32 instance, U32 pool, U32 in
 }
 
 void
-FieldProcessor::countHit( const Entry & e, U64 length, bcm_field_color_t colour, bool dropped,
-                          U64 evictThreshold ) {
+FieldProcessor::countHit( const Entry & e, U64 length, bcm_field_color_t colour,
+                          bool dropped, U64 evictThreshold ) {
    if ( !e.statId ) {
       return;
    }
@@ -185,7 +187,8 @@ FieldProcessor::countHit( const Entry & e, U64 length, bcm_field_color_t colour,
    auto countKind = [ & ]( CounterKind kind ) {
       auto it = s.indexOf.find( kind );
       if ( it != s.indexOf.end() ) {
-         counter( s.stage, s.instance, s.pool, it->second )->count( length, evictThreshold );
+         counter( s.stage, s.instance, s.pool, it->second )
+            ->count( length, evictThreshold );
       }
    };
    countKind( CounterKind::all );

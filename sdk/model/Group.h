@@ -15,11 +15,11 @@ namespace ChipModel {
 struct Group {
    bcm_field_group_t id = 0;
    bcm_field_stage_t stage = bcmFieldStageIngress;
-   U32 instance = 0;  // stage instance: the pipe of a pipe-local stage, else 0
-   int pipe = -1;     // -1 for a group of a global stage
+   U32 instance = 0; // stage instance: the pipe of a pipe-local stage, else 0
+   int pipe = -1;    // -1 for a group of a global stage
    int priority = 0;
    bcm_field_group_mode_t mode = bcmFieldGroupModeSingle;
-   U32 width = 1;     // slices per row
+   U32 width = 1; // slices per row
    U32 rowsPerSlice = 0;
    bcm_field_qset_t qset{};
    std::optional< bcm_field_aset_t > aset;
@@ -29,8 +29,8 @@ struct Group {
    std::vector< U32 > chain; // first slice of each run of `width` slices, in row order
    PriorityArray rows;       // keys are entry ids
    std::set< int > stats;
-   U64 created = 0;          // creation order
-   U64 moves = 0;            // physical entry moves so far
+   U64 created = 0; // creation order
+   U64 moves = 0;   // physical entry moves so far
 
    // The run of the chain that holds a row.
    U32 sliceOfRow( U32 row ) const { return chain.at( row / rowsPerSlice ); }

@@ -26,12 +26,12 @@ putL4( const Packet & p, std::vector< U8 > & out ) {
    if ( p.protocol == 6 ) {
       put16( out, p.l4SrcPort );
       put16( out, p.l4DstPort );
-      put32( out, 0 );             // sequence
-      put32( out, 0 );             // acknowledgement
-      out.push_back( 5 << 4 );     // data offset
+      put32( out, 0 );         // sequence
+      put32( out, 0 );         // acknowledgement
+      out.push_back( 5 << 4 ); // data offset
       out.push_back( p.tcpFlags );
-      put16( out, 0xffff );        // window
-      put32( out, 0 );             // checksum, urgent pointer
+      put16( out, 0xffff ); // window
+      put32( out, 0 );      // checksum, urgent pointer
    } else if ( p.protocol == 17 ) {
       put16( out, p.l4SrcPort );
       put16( out, p.l4DstPort );
@@ -68,7 +68,8 @@ putIpv6( const Packet & p, std::vector< U8 > & out ) {
 } // namespace
 
 Packet
-Packet::ipv4( int inPort, U32 srcIp, U32 dstIp, U8 protocol, U16 l4SrcPort, U16 l4DstPort ) {
+Packet::ipv4( int inPort, U32 srcIp, U32 dstIp, U8 protocol, U16 l4SrcPort,
+              U16 l4DstPort ) {
    Packet p;
    p.inPort = inPort;
    p.srcIp = srcIp;
@@ -80,8 +81,9 @@ Packet::ipv4( int inPort, U32 srcIp, U32 dstIp, U8 protocol, U16 l4SrcPort, U16 
 }
 
 Packet
-Packet::ipv6( int inPort, const std::array< U8, 16 > & srcIp, const std::array< U8, 16 > & dstIp,
-              U8 protocol, U16 l4SrcPort, U16 l4DstPort ) {
+Packet::ipv6( int inPort, const std::array< U8, 16 > & srcIp,
+              const std::array< U8, 16 > & dstIp, U8 protocol, U16 l4SrcPort,
+              U16 l4DstPort ) {
    Packet p = ipv4( inPort, 0, 0, protocol, l4SrcPort, l4DstPort );
    p.etherType = 0x86dd;
    p.srcIp6 = srcIp;

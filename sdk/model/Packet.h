@@ -21,17 +21,17 @@ struct Packet {
    U32 dstIp = 0;
    std::array< U8, 16 > srcIp6{};
    std::array< U8, 16 > dstIp6{};
-   U8 protocol = 6;        // IP protocol; TCP 6, UDP 17, ICMP 1
+   U8 protocol = 6; // IP protocol; TCP 6, UDP 17, ICMP 1
    U16 l4SrcPort = 0;
    U16 l4DstPort = 0;
    U8 tcpFlags = 0;
    U8 dscp = 0;
    U8 ttl = 64;
-   std::vector< U8 > payload;   // bytes after the L4 (or L3, or L2) header
-   U32 length = 0;              // frame length; 0: that of the bytes built
+   std::vector< U8 > payload;    // bytes after the L4 (or L3, or L2) header
+   U32 length = 0;               // frame length; 0: that of the bytes built
    std::optional< int > outPort; // egress port chosen by forwarding, if any
-   U32 portClass = 0;           // class id of the ingress port
-   U64 timeUs = 0;              // arrival time, for meters
+   U32 portClass = 0;            // class id of the ingress port
+   U64 timeUs = 0;               // arrival time, for meters
 
    static Packet ipv4( int inPort, U32 srcIp, U32 dstIp, U8 protocol, U16 l4SrcPort,
                        U16 l4DstPort );

@@ -24,16 +24,17 @@ abstractFormatOf( const Packet & p ) {
    case 58:
       return v4 ? bcmUdfAbstractPktFormatIpv4Icmp : bcmUdfAbstractPktFormatIpv6Icmp;
    default:
-      return v4 ? bcmUdfAbstractPktFormatIpv4UnknownL4 : bcmUdfAbstractPktFormatIpv6UnknownL4;
+      return v4 ? bcmUdfAbstractPktFormatIpv4UnknownL4
+                : bcmUdfAbstractPktFormatIpv6UnknownL4;
    }
 }
 
 U32
 ipTypeOf( const Packet & p ) {
-   return p.isIpv4()                ? bcmFieldIpTypeIpv4Any
-          : p.isIpv6()              ? bcmFieldIpTypeIpv6
+   return p.isIpv4()              ? bcmFieldIpTypeIpv4Any
+          : p.isIpv6()            ? bcmFieldIpTypeIpv6
           : p.etherType == 0x0806 ? bcmFieldIpTypeArp
-                                    : bcmFieldIpTypeNonIp;
+                                  : bcmFieldIpTypeNonIp;
 }
 
 // An enumeration qualifier set to its Any value matches every packet.
@@ -60,39 +61,68 @@ std::optional< U64 >
 intField( int q, const LookupContext & c ) {
    const Packet & p = c.packet;
    switch ( q ) {
-   case bcmFieldQualifySrcIp: return p.isIpv4() ? p.srcIp : 0;
-   case bcmFieldQualifyDstIp: return p.isIpv4() ? p.dstIp : 0;
-   case bcmFieldQualifyInPort: return static_cast< U32 >( p.inPort );
-   case bcmFieldQualifyOutPort: return static_cast< U32 >( c.egressPort.value_or( 0 ) );
-   case bcmFieldQualifyL4SrcPort: return p.hasL4Ports() ? p.l4SrcPort : 0;
-   case bcmFieldQualifyL4DstPort: return p.hasL4Ports() ? p.l4DstPort : 0;
-   case bcmFieldQualifyEtherType: return p.etherType;
-   case bcmFieldQualifyOuterVlanId: return p.vlan.value_or( 0 );
-   case bcmFieldQualifyOuterVlanPri: return p.vlan ? p.vlanPriority : 0;
-   case bcmFieldQualifyVlanFormat: return p.vlan ? 1 : 0;
+   case bcmFieldQualifySrcIp:
+      return p.isIpv4() ? p.srcIp : 0;
+   case bcmFieldQualifyDstIp:
+      return p.isIpv4() ? p.dstIp : 0;
+   case bcmFieldQualifyInPort:
+      return static_cast< U32 >( p.inPort );
+   case bcmFieldQualifyOutPort:
+      return static_cast< U32 >( c.egressPort.value_or( 0 ) );
+   case bcmFieldQualifyL4SrcPort:
+      return p.hasL4Ports() ? p.l4SrcPort : 0;
+   case bcmFieldQualifyL4DstPort:
+      return p.hasL4Ports() ? p.l4DstPort : 0;
+   case bcmFieldQualifyEtherType:
+      return p.etherType;
+   case bcmFieldQualifyOuterVlanId:
+      return p.vlan.value_or( 0 );
+   case bcmFieldQualifyOuterVlanPri:
+      return p.vlan ? p.vlanPriority : 0;
+   case bcmFieldQualifyVlanFormat:
+      return p.vlan ? 1 : 0;
    case bcmFieldQualifyForwardingVlanId:
       return c.forwardingVlan ? c.forwardingVlan : p.vlan.value_or( 0 );
-   case bcmFieldQualifyIpProtocol: return p.isIp() ? p.protocol : 0;
-   case bcmFieldQualifyIp6NextHeader: return p.isIpv6() ? p.protocol : 0;
-   case bcmFieldQualifyDSCP: return p.isIp() ? p.dscp : 0;
-   case bcmFieldQualifyIp6TrafficClass: return p.isIpv6() ? p.dscp << 2 : 0;
-   case bcmFieldQualifyTtl: return p.isIpv4() ? p.ttl : 0;
-   case bcmFieldQualifyIp6HopLimit: return p.isIpv6() ? p.ttl : 0;
-   case bcmFieldQualifyTcpControl: return p.isIp() && p.protocol == 6 ? p.tcpFlags : 0;
-   case bcmFieldQualifyIpType: return ipTypeOf( p );
-   case bcmFieldQualifyIpFrag: return bcmFieldIpFragNon;
-   case bcmFieldQualifyL2Format: return bcmFieldL2FormatEthII;
+   case bcmFieldQualifyIpProtocol:
+      return p.isIp() ? p.protocol : 0;
+   case bcmFieldQualifyIp6NextHeader:
+      return p.isIpv6() ? p.protocol : 0;
+   case bcmFieldQualifyDSCP:
+      return p.isIp() ? p.dscp : 0;
+   case bcmFieldQualifyIp6TrafficClass:
+      return p.isIpv6() ? p.dscp << 2 : 0;
+   case bcmFieldQualifyTtl:
+      return p.isIpv4() ? p.ttl : 0;
+   case bcmFieldQualifyIp6HopLimit:
+      return p.isIpv6() ? p.ttl : 0;
+   case bcmFieldQualifyTcpControl:
+      return p.isIp() && p.protocol == 6 ? p.tcpFlags : 0;
+   case bcmFieldQualifyIpType:
+      return ipTypeOf( p );
+   case bcmFieldQualifyIpFrag:
+      return bcmFieldIpFragNon;
+   case bcmFieldQualifyL2Format:
+      return bcmFieldL2FormatEthII;
    case bcmFieldQualifyForwardingType:
       return p.isIp() ? bcmFieldForwardingTypeL3 : bcmFieldForwardingTypeL2;
-   case bcmFieldQualifyTunnelType: return bcmFieldTunnelTypeNone;
-   case bcmFieldQualifyColor: return c.colour;
-   case bcmFieldQualifyDrop: return c.dropped ? 1 : 0;
-   case bcmFieldQualifyIntPriority: return p.vlanPriority;
-   case bcmFieldQualifyInterfaceClassPort: return p.portClass;
-   case bcmFieldQualifySrcClassField: return c.srcClass;
-   case bcmFieldQualifyDstClassField: return c.dstClass;
-   case bcmFieldQualifyVrf: return c.vrf;
-   case bcmFieldQualifyStage: return static_cast< U32 >( c.stage );
+   case bcmFieldQualifyTunnelType:
+      return bcmFieldTunnelTypeNone;
+   case bcmFieldQualifyColor:
+      return c.colour;
+   case bcmFieldQualifyDrop:
+      return c.dropped ? 1 : 0;
+   case bcmFieldQualifyIntPriority:
+      return p.vlanPriority;
+   case bcmFieldQualifyInterfaceClassPort:
+      return p.portClass;
+   case bcmFieldQualifySrcClassField:
+      return c.srcClass;
+   case bcmFieldQualifyDstClassField:
+      return c.dstClass;
+   case bcmFieldQualifyVrf:
+      return c.vrf;
+   case bcmFieldQualifyStage:
+      return static_cast< U32 >( c.stage );
    case bcmFieldQualifyL4SrcPortClass:
    case bcmFieldQualifyL4DstPortClass:
    case bcmFieldQualifyIpProtocolClass:
@@ -102,7 +132,8 @@ intField( int q, const LookupContext & c ) {
       auto it = c.compressedClass.find( q );
       return it == c.compressedClass.end() ? 0 : it->second;
    }
-   default: return std::nullopt;
+   default:
+      return std::nullopt;
    }
 }
 
@@ -118,15 +149,19 @@ packetField( int q, const LookupContext & c ) {
    case bcmFieldQualifyDstIp6High:
       return p.isIpv6() ? std::vector< U8 >( p.dstIp6.begin(), p.dstIp6.end() )
                         : std::vector< U8 >( 16, 0 );
-   case bcmFieldQualifySrcMac: return { p.srcMac.begin(), p.srcMac.end() };
-   case bcmFieldQualifyDstMac: return { p.dstMac.begin(), p.dstMac.end() };
+   case bcmFieldQualifySrcMac:
+      return { p.srcMac.begin(), p.srcMac.end() };
+   case bcmFieldQualifyDstMac:
+      return { p.dstMac.begin(), p.dstMac.end() };
    case bcmFieldQualifyDstPort: {
       std::vector< U8 > out = toBytes( 0, 4 );
-      std::vector< U8 > port = toBytes( static_cast< U32 >( c.egressPort.value_or( 0 ) ), 4 );
+      std::vector< U8 > port =
+         toBytes( static_cast< U32 >( c.egressPort.value_or( 0 ) ), 4 );
       out.insert( out.end(), port.begin(), port.end() );
       return out;
    }
-   default: break;
+   default:
+      break;
    }
    return toBytes( intField( q, c ).value_or( 0 ), qualifierBytes( q ) );
 }
@@ -178,7 +213,7 @@ compressedClassOf( const Group & group ) {
 } // namespace
 
 LookupContext::LookupContext( const Packet & p, U32 pipeOfPacket )
-   : packet( p ), frame( p.bytes() ), pipe( pipeOfPacket ), length( p.wireLength() ) {
+    : packet( p ), frame( p.bytes() ), pipe( pipeOfPacket ), length( p.wireLength() ) {
    layout.bytes = &frame;
    layout.l3Offset = p.l3Offset();
    layout.l4Offset = p.l4Offset();
@@ -242,7 +277,8 @@ noteCompressedClass( const Group & group, const Entry & entry, LookupContext & c
    }
    for ( const Action & a : entry.hardware->actions ) {
       if ( a.action == bcmFieldActionNewClassId || a.action == bcmFieldActionClassSet ||
-           a.action == bcmFieldActionClassSourceSet || a.action == bcmFieldActionClassDestSet ) {
+           a.action == bcmFieldActionClassSourceSet ||
+           a.action == bcmFieldActionClassDestSet ) {
          context.compressedClass[ *feeds ] = a.param0;
          return;
       }

@@ -27,8 +27,8 @@ struct LookupContext {
    U32 pipe;
    U32 length;
    bcm_field_stage_t stage = bcmFieldStageLookup;
-   U32 srcClass = 0;       // SrcClassField, from VFP
-   U32 dstClass = 0;       // DstClassField, from VFP
+   U32 srcClass = 0; // SrcClassField, from VFP
+   U32 dstClass = 0; // DstClassField, from VFP
    U32 vrf = 0;
    U16 forwardingVlan = 0;
    std::map< int, U32 > compressedClass; // by the *Class qualifier it feeds
@@ -48,9 +48,11 @@ struct LookupContext {
 };
 
 // Whether the packet's value of the qualifier matches the rule.
-bool qualifierMatches( int qualifier, const FieldValue & rule, const LookupContext & context );
+bool qualifierMatches( int qualifier, const FieldValue & rule,
+                       const LookupContext & context );
 // Records the class id a compression group's hit assigns.
-void noteCompressedClass( const Group & group, const Entry & entry, LookupContext & context );
+void noteCompressedClass( const Group & group, const Entry & entry,
+                          LookupContext & context );
 // Carries a stage's resolved actions over to the later stages.
 void applyStageEffects( const StageResult & result, LookupContext & context );
 

@@ -20,9 +20,11 @@ refill( Policer & p, U64 nowUs ) {
       p.primed = true;
       return;
    }
-   double elapsed = nowUs > p.lastUs ? static_cast< double >( nowUs - p.lastUs ) / 1e6 : 0.0;
+   double elapsed =
+      nowUs > p.lastUs ? static_cast< double >( nowUs - p.lastUs ) / 1e6 : 0.0;
    p.lastUs = std::max( p.lastUs, nowUs );
-   p.committedTokens = std::min( committedCap, p.committedTokens + elapsed * c.ckbits_sec * 1000.0 );
+   p.committedTokens =
+      std::min( committedCap, p.committedTokens + elapsed * c.ckbits_sec * 1000.0 );
    double peakRate = c.mode == bcmPolicerModeTrTcm ? c.pkbits_sec : c.ckbits_sec;
    p.peakTokens = std::min( peakCap, p.peakTokens + elapsed * peakRate * 1000.0 );
 }
@@ -90,10 +92,9 @@ PolicerTable::destroy( bcm_policer_t id ) {
 
 U32
 PolicerTable::metersUsed( U32 pipe ) const {
-   return static_cast< U32 >( std::count_if( policers_.begin(), policers_.end(),
-                                             [ pipe ]( const auto & p ) {
-                                                return p.second.pipe == pipe;
-                                             } ) );
+   return static_cast< U32 >(
+      std::count_if( policers_.begin(), policers_.end(),
+                     [ pipe ]( const auto & p ) { return p.second.pipe == pipe; } ) );
 }
 
 int

@@ -73,7 +73,8 @@ PriorityArray::place( U32 key, S64 left, S64 right, Mover & mover ) {
    } else {
       S64 holeLeft = holeLeftOf( left );
       S64 holeRight = holeRightOf( right );
-      bool useRight = holeRight >= 0 && ( holeLeft < 0 || holeRight - right <= left - holeLeft );
+      bool useRight =
+         holeRight >= 0 && ( holeLeft < 0 || holeRight - right <= left - holeLeft );
       if ( useRight ) {
          shiftRight( right, holeRight, mover );
          slot = right;

@@ -7,8 +7,8 @@ namespace ChipModel {
 namespace {
 
 StageProfile
-stage( bcm_field_stage_t id, bool pipeLocal, U32 slices, U32 entries, U32 widest,
-       U32 pools, U32 perPool ) {
+stage( bcm_field_stage_t id, bool pipeLocal, U32 slices, U32 entries, U32 widest, U32 pools,
+       U32 perPool ) {
    return StageProfile{ id, pipeLocal, slices, entries, widest, pools, perPool };
 }
 

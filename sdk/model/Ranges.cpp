@@ -19,7 +19,8 @@ inside( U32 value, U32 min, U32 max ) {
 } // namespace
 
 int
-RangeTable::fieldRangeCreate( bcm_field_range_t & id, bool withId, U32 flags, int min, int max ) {
+RangeTable::fieldRangeCreate( bcm_field_range_t & id, bool withId, U32 flags, int min,
+                              int max ) {
    if ( profile_->has( BCM_INFO_CAP_RANGE_MODULE ) ) {
       return BCM_E_UNAVAIL;
    }
@@ -93,7 +94,8 @@ RangeTable::moduleRange( bcm_range_t rid ) const {
 
 bool
 RangeTable::exists( U32 id ) const {
-   return fieldRanges_.count( id ) || moduleRanges_.count( static_cast< bcm_range_t >( id ) );
+   return fieldRanges_.count( id ) ||
+          moduleRanges_.count( static_cast< bcm_range_t >( id ) );
 }
 
 std::optional< U32 >

@@ -42,7 +42,9 @@ class RangeTable {
    // The pipe of a range-module checker; nullopt for older-API checkers.
    std::optional< U32 > pipeOf( U32 id ) const;
    bool exists( U32 id ) const;
-   U32 count() const { return static_cast< U32 >( fieldRanges_.size() + moduleRanges_.size() ); }
+   U32 count() const {
+      return static_cast< U32 >( fieldRanges_.size() + moduleRanges_.size() );
+   }
 
  private:
    const Profile * profile_;

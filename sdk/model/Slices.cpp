@@ -5,8 +5,8 @@
 namespace ChipModel {
 
 StageSlices::StageSlices( const StageProfile & profile, U32 instances )
-   : profile_( &profile ),
-     owner_( instances, std::vector< bcm_field_group_t >( profile.slicesPerPipe, 0 ) ) {}
+    : profile_( &profile ),
+      owner_( instances, std::vector< bcm_field_group_t >( profile.slicesPerPipe, 0 ) ) {}
 
 std::optional< U32 >
 StageSlices::findFreeRun( U32 instance, U32 width ) const {

@@ -46,8 +46,8 @@ Counter::count( U64 length, U64 evictThreshold ) {
 }
 
 CounterPools::CounterPools( U32 pools, U32 perPool )
-   : pools_( pools ), perPool_( perPool ),
-     counters_( pools, std::vector< Counter >( perPool ) ) {}
+    : pools_( pools ), perPool_( perPool ),
+      counters_( pools, std::vector< Counter >( perPool ) ) {}
 
 std::optional< std::pair< U32, std::vector< U32 > > >
 CounterPools::allocate( U32 count ) {
@@ -88,8 +88,8 @@ U32
 CounterPools::free() const {
    U32 free = 0;
    for ( const auto & pool : counters_ ) {
-      free += static_cast< U32 >(
-         std::count_if( pool.begin(), pool.end(), []( const Counter & c ) { return !c.used; } ) );
+      free += static_cast< U32 >( std::count_if(
+         pool.begin(), pool.end(), []( const Counter & c ) { return !c.used; } ) );
    }
    return free;
 }

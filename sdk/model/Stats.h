@@ -23,7 +23,7 @@ struct Counter {
    U64 bytes = 0;
    U64 hardwarePackets = 0; // not yet evicted
    U64 hardwareBytes = 0;
-   U64 evictedPackets = 0;  // moved to software since the last eviction clear
+   U64 evictedPackets = 0; // moved to software since the last eviction clear
    U64 evictedBytes = 0;
 
    // Counts one packet; evicts the hardware part at the threshold.
@@ -53,9 +53,9 @@ struct Stat {
    U32 instance = 0;
    std::vector< bcm_field_stat_t > types; // in creation order
    U32 pool = 0;
-   std::map< CounterKind, U32 > indexOf;  // counter index per kind
-   std::vector< U32 > indices;            // in order of first use by types
-   U32 attached = 0;                      // entries it counts for
+   std::map< CounterKind, U32 > indexOf; // counter index per kind
+   std::vector< U32 > indices;           // in order of first use by types
+   U32 attached = 0;                     // entries it counts for
 
    bool counts( bcm_field_stat_t type ) const;
 };

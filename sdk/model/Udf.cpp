@@ -358,7 +358,8 @@ UdfTable::chunkCreate( const bcm_udf_chunk_info_t & info, bcm_udf_id_t & id ) {
       return rc;
    }
    U32 all = apf.num_chunks >= 32 ? ~0u : ( 1u << apf.num_chunks ) - 1;
-   U32 capacity = static_cast< U32 >( __builtin_popcount( info.chunk_bmap ) ) * apf.chunk_bytes;
+   U32 capacity =
+      static_cast< U32 >( __builtin_popcount( info.chunk_bmap ) ) * apf.chunk_bytes;
    if ( !info.chunk_bmap || ( info.chunk_bmap & ~all ) || info.chunk_width == 0 ||
         info.chunk_width > capacity ) {
       return BCM_E_PARAM;
@@ -422,7 +423,8 @@ UdfTable::extractData( int id, const PacketLayout & p ) const {
       }
    }
    for ( const auto & e : d->ethertypes ) {
-      if ( !relative && e.ethertype == p.etherType && selects( e.vlan_tag, vlanBit( p ) ) ) {
+      if ( !relative && e.ethertype == p.etherType &&
+           selects( e.vlan_tag, vlanBit( p ) ) ) {
          relative = e.relative_offset;
       }
    }
@@ -449,7 +451,8 @@ UdfTable::extractUdf( bcm_udf_id_t id, const PacketLayout & p ) const {
    bool served = std::any_of( u->formats.begin(), u->formats.end(), [ & ]( auto formatId ) {
       const bcm_udf_pkt_format_info_t & f = formats_.at( formatId );
       return ( p.etherType & f.ethertype_mask ) == ( f.ethertype & f.ethertype_mask ) &&
-             ( p.ipProtocol & f.ip_protocol_mask ) == ( f.ip_protocol & f.ip_protocol_mask ) &&
+             ( p.ipProtocol & f.ip_protocol_mask ) ==
+                ( f.ip_protocol & f.ip_protocol_mask ) &&
              selects( f.vlan_tag, vlanBit( p ) ) && selects( f.outer_ip, ipBit( p ) );
    } );
    std::optional< U32 > base;

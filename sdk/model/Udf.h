@@ -75,7 +75,8 @@ class UdfTable {
    U32 keyBytes( const bcm_field_qset_t & qset ) const;
    // The bytes a data qualifier / UDF id extracts from a packet; nullopt when
    // the packet's format is not one it serves.
-   std::optional< std::vector< U8 > > extractData( int id, const PacketLayout & packet ) const;
+   std::optional< std::vector< U8 > > extractData( int id,
+                                                   const PacketLayout & packet ) const;
    std::optional< std::vector< U8 > > extractUdf( bcm_udf_id_t id,
                                                   const PacketLayout & packet ) const;
 

@@ -3,7 +3,7 @@
 namespace ChipModel {
 
 Unit::Unit( int number, const Profile & profile, bool staged )
-   : number_( number ), profile_( &profile ), state_( profile ), staged_( staged ) {}
+    : number_( number ), profile_( &profile ), state_( profile ), staged_( staged ) {}
 
 UnitState *
 Unit::active() {

@@ -21,7 +21,7 @@ namespace ChipModel {
 // Everything the SDK holds for a unit. A value type.
 struct UnitState {
    explicit UnitState( const Profile & profile )
-      : field( profile ), ranges( profile ), policers( profile ), udf( profile ) {}
+       : field( profile ), ranges( profile ), policers( profile ), udf( profile ) {}
    FieldProcessor field;
    RangeTable ranges;
    PolicerTable policers;

@@ -7,12 +7,14 @@
 namespace {
 
 // The shim's assertion, worded as the agent's own.
-#define OBERON_ASSERT( expr )                                                      \
-   ( ( expr ) ? static_cast< void >( 0 )                                           \
-              : oberonAssertFailed( #expr, __FILE_NAME__, __LINE__, __PRETTY_FUNCTION__ ) )
+#define OBERON_ASSERT( expr )                                                              \
+   ( ( expr )                                                                              \
+        ? static_cast< void >( 0 )                                                         \
+        : oberonAssertFailed( #expr, __FILE_NAME__, __LINE__, __PRETTY_FUNCTION__ ) )
 
 [[noreturn]] void
-oberonAssertFailed( const char * text, const char * file, int line, const char * function ) {
+oberonAssertFailed( const char * text, const char * file, int line,
+                    const char * function ) {
    std::fprintf( stderr, "%s:%d: %s: Assertion '%s' failed.\n", file, line, function,
                  text );
    std::fflush( stderr );
@@ -74,7 +76,8 @@ oberon_bcm_tcam_capacity_info_get( int unit, oberon_tcam_capacity_info * info_p 
 }
 
 extern "C" int
-oberon_bcm_esw_field_stat_pool_index_( int unit, int statId, oberon_stat_pool_index * info ) {
+oberon_bcm_esw_field_stat_pool_index_( int unit, int statId,
+                                       oberon_stat_pool_index * info ) {
    if ( !info ) {
       return BCM_E_PARAM;
    }

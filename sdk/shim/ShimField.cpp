@@ -9,7 +9,7 @@ namespace Shim {
 namespace {
 
 std::vector< std::string >
-nameTable( int count, const char * ( *nameOf )( int ) ) {
+nameTable( int count, const char * ( *nameOf )(int)) {
    std::vector< std::string > names;
    names.reserve( static_cast< size_t >( count ) );
    for ( int value = 0; value < count; ++value ) {
@@ -67,7 +67,8 @@ Sdk::ob_field_qset_test( const bcm_field_qset_t & qset, int qualifier ) const {
 }
 
 int
-Sdk::ob_field_entry_copy_id( int unit, bcm_field_entry_t src, bcm_field_entry_t dst ) const {
+Sdk::ob_field_entry_copy_id( int unit, bcm_field_entry_t src,
+                             bcm_field_entry_t dst ) const {
    return bcm_field_entry_content_copy( unit, src, dst );
 }
 

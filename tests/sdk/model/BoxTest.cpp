@@ -70,7 +70,8 @@ TEST( ModelBox, NthCallOfANamedFunctionFailsAndChangesNothing ) {
    Box box( { "single", "single" } );
    const auto & profile = box.unit( 0 ).profile();
    for ( int unit = 0; unit < 2; ++unit ) {
-      bcm_field_group_config_t config = groupConfig( profile, 7, qsetOf( { bcmFieldQualifySrcIp } ), 3 );
+      bcm_field_group_config_t config =
+         groupConfig( profile, 7, qsetOf( { bcmFieldQualifySrcIp } ), 3 );
       ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( unit, &config ) );
    }
    box.failCall( 0, "bcm_field_entry_create_id", 2, BCM_E_RESOURCE, 2 );
@@ -169,14 +170,16 @@ TEST( ModelBox, CountsEveryKindOfLiveObjectPerUnit ) {
    ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_create( 1, &data ) );
    bcm_field_data_packet_format_t format;
    bcm_field_data_packet_format_t_init( &format );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_packet_format_add( 1, data.qual_id, &format ) );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_data_qualifier_packet_format_add( 1, data.qual_id, &format ) );
 
    EXPECT_EQ( "groups=1 entries=1 stats=1 presels=1 hints=1 ranges=1 policers=1",
               box.counts( 0 ).text() );
    EXPECT_EQ( "dataQualifiers=1 packetFormats=1", box.counts( 1 ).text() );
    EXPECT_EQ( 9u, box.counts().total() );
 
-   EXPECT_EQ( BCM_E_NONE, bcm_field_data_qualifier_packet_format_delete( 1, data.qual_id, &format ) );
+   EXPECT_EQ( BCM_E_NONE,
+              bcm_field_data_qualifier_packet_format_delete( 1, data.qual_id, &format ) );
    EXPECT_EQ( BCM_E_NONE, bcm_field_data_qualifier_destroy( 1, data.qual_id ) );
    EXPECT_EQ( BCM_E_NONE, bcm_policer_destroy( 0, policerId ) );
    EXPECT_EQ( BCM_E_NONE, bcm_range_destroy( 0, range.rid ) );

@@ -13,10 +13,10 @@ class Entries : public ::testing::Test {
  protected:
    Entries() : box_( { "thx" }, committed() ) {
       bcm_field_group_config_t config = groupConfig(
-         profile(), group, qsetOf( { bcmFieldQualifySrcIp, bcmFieldQualifyDstIp,
-                                     bcmFieldQualifyInPorts, bcmFieldQualifyL4DstPort,
-                                     bcmFieldQualifySrcMac, bcmFieldQualifySrcIp6,
-                                     bcmFieldQualifyIpType } ),
+         profile(), group,
+         qsetOf( { bcmFieldQualifySrcIp, bcmFieldQualifyDstIp, bcmFieldQualifyInPorts,
+                   bcmFieldQualifyL4DstPort, bcmFieldQualifySrcMac, bcmFieldQualifySrcIp6,
+                   bcmFieldQualifyIpType } ),
          10, 1 );
       EXPECT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
    }
@@ -69,14 +69,16 @@ TEST_F( Entries, PriorityChangesCostPhysicalMovesOnlyWhenRowsAreTight ) {
    U32 rows = profile().stage( bcmFieldStageIngress )->entriesPerSlice;
    // Fill one slice completely in descending order: each lands in free space.
    for ( U32 id = 1; id <= rows; ++id ) {
-      ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, group, static_cast< int >( id ) ) );
+      ASSERT_EQ( BCM_E_NONE,
+                 bcm_field_entry_create_id( 0, group, static_cast< int >( id ) ) );
       ASSERT_EQ( BCM_E_NONE, bcm_field_entry_prio_set( 0, static_cast< int >( id ),
                                                        static_cast< int >( rows - id ) ) );
    }
    U64 before = g->moves;
    // Raising the last entry to the top with no free row left shifts every
    // entry above it by one row, plus its own move.
-   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_prio_set( 0, static_cast< int >( rows ), 1000000 ) );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_entry_prio_set( 0, static_cast< int >( rows ), 1000000 ) );
    EXPECT_EQ( before + rows, g->moves );
    EXPECT_EQ( rows, order().front() );
    EXPECT_EQ( 0, field().rowOf( static_cast< int >( rows ) ) );
@@ -112,7 +114,8 @@ TEST_F( Entries, GettersReturnWhatWasSetAndNotFoundForWhatWasNot ) {
    bcm_vlan_t vlan = 0;
    bcm_vlan_t vlanMask = 0;
    // A bare entry has no outer VLAN; the group does not even have it.
-   EXPECT_EQ( BCM_E_NOT_FOUND, bcm_field_qualify_OuterVlanId_get( 0, 7, &vlan, &vlanMask ) );
+   EXPECT_EQ( BCM_E_NOT_FOUND,
+              bcm_field_qualify_OuterVlanId_get( 0, 7, &vlan, &vlanMask ) );
    EXPECT_EQ( BCM_E_PARAM, bcm_field_qualify_OuterVlanId( 0, 7, 100, 0xfff ) );
    EXPECT_EQ( BCM_E_NOT_FOUND, bcm_field_qualify_DstIp( 0, 8, 1, 1 ) );
 
@@ -174,10 +177,13 @@ TEST_F( Entries, ActionsKeepTheirParametersAndTheGroupsActionSet ) {
 
    bcm_pbmp_t first = portsOf( { 30 } );
    bcm_pbmp_t second = portsOf( { 59 } );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_action_ports_add( 0, 7, bcmFieldActionRedirectPbmp, first ) );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_action_ports_add( 0, 7, bcmFieldActionRedirectPbmp, second ) );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_action_ports_add( 0, 7, bcmFieldActionRedirectPbmp, first ) );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_action_ports_add( 0, 7, bcmFieldActionRedirectPbmp, second ) );
    bcm_pbmp_t ports;
-   ASSERT_EQ( BCM_E_NONE, bcm_field_action_ports_get( 0, 7, bcmFieldActionRedirectPbmp, &ports ) );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_action_ports_get( 0, 7, bcmFieldActionRedirectPbmp, &ports ) );
    EXPECT_TRUE( BCM_PBMP_MEMBER( ports, 30 ) && BCM_PBMP_MEMBER( ports, 59 ) );
 
    ASSERT_EQ( BCM_E_NONE, bcm_field_action_remove( 0, 7, bcmFieldActionCosQNew ) );
@@ -235,24 +241,29 @@ TEST_F( Entries, DestroyedEntriesLeaveNothingBehind ) {
 
 TEST_F( Entries, DumpsDescribeTheEntryAndTheGroupThroughTheSink ) {
    std::string text;
-   bcm_dump_sink_set( []( void * context, const char * piece ) {
-      *static_cast< std::string * >( context ) += piece;
-   }, &text );
+   bcm_dump_sink_set(
+      []( void * context, const char * piece ) {
+         *static_cast< std::string * >( context ) += piece;
+      },
+      &text );
    ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, group, 100 ) );
    ASSERT_EQ( BCM_E_NONE, bcm_field_entry_prio_set( 0, 100, 9 ) );
    ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_L4DstPort( 0, 100, 22, 0xffff ) );
    ASSERT_EQ( BCM_E_NONE, bcm_field_action_add( 0, 100, bcmFieldActionDrop, 0, 0 ) );
    ASSERT_EQ( BCM_E_NONE, bcm_field_entry_dump( 0, 100 ) );
-   EXPECT_NE( std::string::npos, text.find( "EID 100 (0x64): group 16777282, stage Ingress, pipe 1, "
-                                            "priority 9" ) )
+   EXPECT_NE( std::string::npos,
+              text.find( "EID 100 (0x64): group 16777282, stage Ingress, pipe 1, "
+                         "priority 9" ) )
       << text;
-   EXPECT_NE( std::string::npos, text.find( "   L4DstPort: data 00000016 mask 0000ffff\n" ) );
+   EXPECT_NE( std::string::npos,
+              text.find( "   L4DstPort: data 00000016 mask 0000ffff\n" ) );
    EXPECT_NE( std::string::npos, text.find( "   Action Drop: 0x0 0x0\n" ) );
    EXPECT_NE( std::string::npos, text.find( "not installed, enabled" ) );
    text.clear();
    ASSERT_EQ( BCM_E_NONE, bcm_field_group_dump( 0, group ) );
-   EXPECT_NE( std::string::npos, text.find( "GID 16777282 (0x1000042): stage Ingress, pipe 1, "
-                                            "priority 10, mode Double" ) )
+   EXPECT_NE( std::string::npos,
+              text.find( "GID 16777282 (0x1000042): stage Ingress, pipe 1, "
+                         "priority 10, mode Double" ) )
       << text;
    EXPECT_NE( std::string::npos, text.find( "entries 1" ) );
    bcm_dump_sink_set( nullptr, nullptr );

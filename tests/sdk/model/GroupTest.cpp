@@ -11,14 +11,15 @@ class GroupOnEveryProfile : public ::testing::TestWithParam< std::string > {
  protected:
    GroupOnEveryProfile() : box_( { GetParam() }, committed() ) {}
    const ChipModel::Profile & profile() { return box_.unit( 0 ).profile(); }
-   const ChipModel::StageProfile & ifp() { return *profile().stage( bcmFieldStageIngress ); }
-   int
-   create( bcm_field_group_t id, bcm_field_qset_t qset, int priority = 1, U32 pipe = 0 ) {
+   const ChipModel::StageProfile & ifp() {
+      return *profile().stage( bcmFieldStageIngress );
+   }
+   int create( bcm_field_group_t id, bcm_field_qset_t qset, int priority = 1,
+               U32 pipe = 0 ) {
       bcm_field_group_config_t config = groupConfig( profile(), id, qset, priority, pipe );
       return bcm_field_group_config_create( 0, &config );
    }
-   bcm_field_group_status_t
-   status( bcm_field_group_t id ) {
+   bcm_field_group_status_t status( bcm_field_group_t id ) {
       bcm_field_group_status_t s;
       EXPECT_EQ( BCM_E_NONE, bcm_field_group_status_get( 0, id, &s ) );
       return s;
@@ -28,9 +29,9 @@ class GroupOnEveryProfile : public ::testing::TestWithParam< std::string > {
 
 const bcm_field_qset_t narrow = qsetOf( { bcmFieldQualifySrcIp, bcmFieldQualifyDstIp } );
 // 128 + 128 + 16 + 16 + 8 bits: two slices per row.
-const bcm_field_qset_t ipv6 = qsetOf( { bcmFieldQualifySrcIp6, bcmFieldQualifyDstIp6,
-                                        bcmFieldQualifyL4SrcPort, bcmFieldQualifyL4DstPort,
-                                        bcmFieldQualifyIpProtocol } );
+const bcm_field_qset_t ipv6 =
+   qsetOf( { bcmFieldQualifySrcIp6, bcmFieldQualifyDstIp6, bcmFieldQualifyL4SrcPort,
+             bcmFieldQualifyL4DstPort, bcmFieldQualifyIpProtocol } );
 
 } // namespace
 
@@ -146,19 +147,23 @@ TEST_P( GroupOnEveryProfile, ReferencesMustExistAndHoldTheirObjectsUntilTheGroup
 
 TEST_P( GroupOnEveryProfile, StageComesFromTheQualifierSetAndOperModeFromTheProfile ) {
    ASSERT_EQ( BCM_E_NONE, create( 1, qsetOf( { bcmFieldQualifyStageLookup,
-                                                bcmFieldQualifyOuterVlanId } ) ) );
+                                               bcmFieldQualifyOuterVlanId } ) ) );
    ASSERT_EQ( BCM_E_NONE, create( 2, qsetOf( { bcmFieldQualifyStageEgress,
-                                                bcmFieldQualifyOutPort } ) ) );
+                                               bcmFieldQualifyOutPort } ) ) );
    const auto & field = box_.unit( 0 ).state().field;
    EXPECT_EQ( bcmFieldStageLookup, field.group( 1 )->stage );
    EXPECT_EQ( bcmFieldStageEgress, field.group( 2 )->stage );
    bcm_field_group_oper_mode_t mode;
-   ASSERT_EQ( BCM_E_NONE, bcm_field_group_oper_mode_get( 0, bcmFieldQualifyStageIngress, &mode ) );
-   EXPECT_EQ( ifp().pipeLocal ? bcmFieldGroupOperModePipeLocal : bcmFieldGroupOperModeGlobal,
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_group_oper_mode_get( 0, bcmFieldQualifyStageIngress, &mode ) );
+   EXPECT_EQ( ifp().pipeLocal ? bcmFieldGroupOperModePipeLocal
+                              : bcmFieldGroupOperModeGlobal,
               mode );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_group_oper_mode_get( 0, bcmFieldQualifyStageLookup, &mode ) );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_group_oper_mode_get( 0, bcmFieldQualifyStageLookup, &mode ) );
    EXPECT_EQ( bcmFieldGroupOperModeGlobal, mode );
-   EXPECT_EQ( BCM_E_PARAM, bcm_field_group_oper_mode_get( 0, bcmFieldQualifySrcIp, &mode ) );
+   EXPECT_EQ( BCM_E_PARAM,
+              bcm_field_group_oper_mode_get( 0, bcmFieldQualifySrcIp, &mode ) );
    bool classStage = profile().stage( bcmFieldStageClass ) != nullptr;
    EXPECT_EQ( classStage ? BCM_E_NONE : BCM_E_UNAVAIL,
               create( 3, qsetOf( { bcmFieldQualifyCompressionSelect,
@@ -173,16 +178,14 @@ class PipeLocalGroup : public ::testing::Test {
  protected:
    PipeLocalGroup() : box_( { "thx" }, committed() ) {}
    const ChipModel::Profile & profile() { return box_.unit( 0 ).profile(); }
-   bcm_field_presel_t
-   preselForPipe( U32 pipe ) {
+   bcm_field_presel_t preselForPipe( U32 pipe ) {
       bcm_field_presel_t presel;
       EXPECT_EQ( BCM_E_NONE, bcm_field_presel_create( 0, &presel ) );
       EXPECT_EQ( BCM_E_NONE, bcm_field_qualify_Stage( 0, presel | BCM_FIELD_QUALIFY_PRESEL,
                                                       bcmFieldStageIngress ) );
-      EXPECT_EQ( BCM_E_NONE,
-                 bcm_field_qualify_MixedSrcClassId( 0, presel | BCM_FIELD_QUALIFY_PRESEL,
-                                                    ChipModel::pipePorts( profile(), pipe ), 0,
-                                                    0 ) );
+      EXPECT_EQ( BCM_E_NONE, bcm_field_qualify_MixedSrcClassId(
+                                0, presel | BCM_FIELD_QUALIFY_PRESEL,
+                                ChipModel::pipePorts( profile(), pipe ), 0, 0 ) );
       return presel;
    }
    bcm_field_group_config_t
@@ -227,7 +230,8 @@ TEST_F( PipeLocalGroup, GroupsSpanningPipesOrWithoutRestrictionAreRefused ) {
    config.flags |= BCM_FIELD_GROUP_CREATE_WITH_PORT;
    config.ports = portsOf( { portIn( profile(), 0 ), portIn( profile(), 1 ) } );
    EXPECT_EQ( BCM_E_PARAM, bcm_field_group_config_create( 0, &config ) );
-   bcm_field_group_config_t mixed = byPresel( 2, { preselForPipe( 0 ), preselForPipe( 1 ) } );
+   bcm_field_group_config_t mixed =
+      byPresel( 2, { preselForPipe( 0 ), preselForPipe( 1 ) } );
    EXPECT_EQ( BCM_E_PARAM, bcm_field_group_config_create( 0, &mixed ) );
    bcm_field_group_config_t unknown = byPresel( 3, { 77 } );
    EXPECT_EQ( BCM_E_NOT_FOUND, bcm_field_group_config_create( 0, &unknown ) );

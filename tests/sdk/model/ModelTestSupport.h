@@ -38,8 +38,8 @@ portsOf( std::initializer_list< int > ports ) {
 // A group config with an id, a qualifier set and a priority; pipe-local
 // stages also get the ports of `pipe`.
 inline bcm_field_group_config_t
-groupConfig( const ChipModel::Profile & profile, bcm_field_group_t id, bcm_field_qset_t qset,
-             int priority, U32 pipe = 0 ) {
+groupConfig( const ChipModel::Profile & profile, bcm_field_group_t id,
+             bcm_field_qset_t qset, int priority, U32 pipe = 0 ) {
    bcm_field_group_config_t config;
    bcm_field_group_config_t_init( &config );
    config.flags = BCM_FIELD_GROUP_CREATE_WITH_ID;

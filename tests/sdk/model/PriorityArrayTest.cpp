@@ -16,8 +16,7 @@ namespace {
 class Replay : public PriorityArray::Mover {
  public:
    explicit Replay( U32 capacity ) : slots( capacity ) {}
-   void
-   move( U32 key, U32 from, U32 to ) override {
+   void move( U32 key, U32 from, U32 to ) override {
       ++moves;
       if ( lifted == key && from == liftedFrom ) {
          lifted.reset();
@@ -29,8 +28,7 @@ class Replay : public PriorityArray::Mover {
       slots[ to ] = key;
    }
    // A reprioritised key leaves its slot before the shifts.
-   void
-   lift( U32 key, U32 slot ) {
+   void lift( U32 key, U32 slot ) {
       lifted = key;
       liftedFrom = slot;
       slots[ slot ].reset();

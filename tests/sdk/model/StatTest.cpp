@@ -11,13 +11,12 @@ namespace {
 class Stats : public ::testing::Test {
  protected:
    explicit Stats( ChipModel::Profile profile = *ChipModel::findProfile( "thx" ) )
-      : box_( std::vector< ChipModel::Profile >{ profile }, committed() ) {
-      bcm_field_group_config_t config =
-         groupConfig( box_.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyL4DstPort } ), 1, 2 );
+       : box_( std::vector< ChipModel::Profile >{ profile }, committed() ) {
+      bcm_field_group_config_t config = groupConfig(
+         box_.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyL4DstPort } ), 1, 2 );
       EXPECT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
    }
-   int
-   stat( std::initializer_list< bcm_field_stat_t > types ) {
+   int stat( std::initializer_list< bcm_field_stat_t > types ) {
       std::vector< bcm_field_stat_t > list( types );
       int id = -1;
       EXPECT_EQ( BCM_E_NONE, bcm_field_stat_create( 0, 1, static_cast< int >( list.size() ),
@@ -25,15 +24,13 @@ class Stats : public ::testing::Test {
       return id;
    }
    // An installed entry matching L4 destination port `port`, with the stat.
-   void
-   entryCounting( bcm_field_entry_t entry, int port, int statId ) {
+   void entryCounting( bcm_field_entry_t entry, int port, int statId ) {
       ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, entry ) );
       ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_L4DstPort( 0, entry, port, 0xffff ) );
       ASSERT_EQ( BCM_E_NONE, bcm_field_entry_stat_attach( 0, entry, statId ) );
       ASSERT_EQ( BCM_E_NONE, bcm_field_entry_install( 0, entry ) );
    }
-   void
-   send( int port, U32 length, int times = 1 ) {
+   void send( int port, U32 length, int times = 1 ) {
       Packet p = Packet::ipv4( portIn( box_.unit( 0 ).profile(), 2 ), 1, 2, 6, 1000,
                                static_cast< U16 >( port ) );
       p.length = length;
@@ -41,8 +38,7 @@ class Stats : public ::testing::Test {
          box_.send( 0, p );
       }
    }
-   U64
-   read( int statId, bcm_field_stat_t type ) {
+   U64 read( int statId, bcm_field_stat_t type ) {
       uint64_t value = 0;
       EXPECT_EQ( BCM_E_NONE, bcm_field_stat_get( 0, statId, type, &value ) );
       return value;
@@ -107,16 +103,18 @@ TEST_F( Stats, TypesComeBackInCreationOrderAndMustBeKnownOnce ) {
 }
 
 TEST_F( Stats, AStatCountsForEntriesOfItsOwnGroupOnly ) {
-   bcm_field_group_config_t config = groupConfig( box_.unit( 0 ).profile(), 2,
-                                                  qsetOf( { bcmFieldQualifySrcIp } ), 1, 2 );
+   bcm_field_group_config_t config =
+      groupConfig( box_.unit( 0 ).profile(), 2, qsetOf( { bcmFieldQualifySrcIp } ), 1, 2 );
    ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
    ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 2, 20 ) );
    int id = stat( { bcmFieldStatPackets } );
    EXPECT_EQ( BCM_E_PARAM, bcm_field_entry_stat_attach( 0, 20, id ) );
    ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
    ASSERT_EQ( BCM_E_NONE, bcm_field_entry_stat_attach( 0, 10, id ) );
-   EXPECT_EQ( BCM_E_EXISTS, bcm_field_entry_stat_attach( 0, 10, stat( { bcmFieldStatBytes } ) ) );
-   EXPECT_EQ( BCM_E_BUSY, bcm_field_group_destroy( 0, 1 ) ); // still holds entries and stats
+   EXPECT_EQ( BCM_E_EXISTS,
+              bcm_field_entry_stat_attach( 0, 10, stat( { bcmFieldStatBytes } ) ) );
+   EXPECT_EQ( BCM_E_BUSY,
+              bcm_field_group_destroy( 0, 1 ) ); // still holds entries and stats
 }
 
 TEST_F( TinyStats, PoolsRunOutAndComeBack ) {
@@ -133,8 +131,8 @@ TEST_F( TinyStats, PoolsRunOutAndComeBack ) {
    EXPECT_EQ( 0, status.counters_free );
    ASSERT_EQ( BCM_E_NONE, bcm_field_stat_destroy( 0, b ) );
    EXPECT_EQ( BCM_E_NONE, bcm_field_stat_create( 0, 1, 1, one, &d ) );
-   ( void )a;
-   ( void )c;
+   (void)a;
+   (void)c;
 }
 
 TEST_F( TinyStats, HardwareLocationReadsTheSameCountsAndEvictionsAreCounted ) {
@@ -147,24 +145,27 @@ TEST_F( TinyStats, HardwareLocationReadsTheSameCountsAndEvictionsAreCounted ) {
    ASSERT_EQ( 1, where.num_indices );
    uint64_t packets = 0;
    uint64_t bytes = 0;
-   ASSERT_EQ( BCM_E_NONE, bcm_field_stat_pool_counter_get( 0, where.pipe, where.pool_id,
-                                                           where.indices[ 0 ], &packets,
-                                                           &bytes ) );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_stat_pool_counter_get( 0, where.pipe, where.pool_id,
+                                               where.indices[ 0 ], &packets, &bytes ) );
    EXPECT_EQ( read( id, bcmFieldStatPackets ), packets );
    EXPECT_EQ( 7u * 64u, bytes );
    // The threshold is 3 packets: two evictions of 3 packets so far.
-   ASSERT_EQ( BCM_E_NONE, bcm_field_stat_eviction_get( 0, where.pipe, where.pool_id,
-                                                       where.indices[ 0 ], &packets, &bytes ) );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_stat_eviction_get( 0, where.pipe, where.pool_id, where.indices[ 0 ],
+                                           &packets, &bytes ) );
    EXPECT_EQ( 6u, packets );
    EXPECT_EQ( 6u * 64u, bytes );
    ASSERT_EQ( BCM_E_NONE, bcm_field_stat_eviction_clear( 0, where.pipe, where.pool_id,
                                                          where.indices[ 0 ], 1, 0 ) );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_stat_eviction_get( 0, where.pipe, where.pool_id,
-                                                       where.indices[ 0 ], &packets, &bytes ) );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_stat_eviction_get( 0, where.pipe, where.pool_id, where.indices[ 0 ],
+                                           &packets, &bytes ) );
    EXPECT_EQ( 0u, packets );
    EXPECT_EQ( 6u * 64u, bytes );
-   EXPECT_EQ( BCM_E_NOT_FOUND, bcm_field_stat_pool_counter_get( 0, where.pipe, where.pool_id,
-                                                                where.indices[ 0 ] + 1, &packets,
-                                                                &bytes ) );
-   EXPECT_EQ( BCM_E_NOT_FOUND, oberon_bcm_esw_field_stat_pool_index_( 0, id + 100, &where ) );
+   EXPECT_EQ( BCM_E_NOT_FOUND,
+              bcm_field_stat_pool_counter_get( 0, where.pipe, where.pool_id,
+                                               where.indices[ 0 ] + 1, &packets, &bytes ) );
+   EXPECT_EQ( BCM_E_NOT_FOUND,
+              oberon_bcm_esw_field_stat_pool_index_( 0, id + 100, &where ) );
 }

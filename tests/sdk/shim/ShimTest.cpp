@@ -20,7 +20,8 @@ namespace {
 // IPv6 address among them.
 bcm_field_group_config_t
 ingressGroup( const ChipModel::Profile & profile, bcm_field_group_t id, U32 pipe,
-              std::initializer_list< bcm_field_qualify_t > extra = { bcmFieldQualifySrcIp } ) {
+              std::initializer_list< bcm_field_qualify_t > extra = {
+                 bcmFieldQualifySrcIp } ) {
    Shim::GroupConfig config;
    config.flags_or( BCM_FIELD_GROUP_CREATE_WITH_ID | BCM_FIELD_GROUP_CREATE_WITH_PORT );
    config.group = id;
@@ -98,7 +99,8 @@ TEST( ShimNames, TablesFollowTheSdkNumbering ) {
 TEST( ShimCapacity, StagesInListOrderWithFreeAndEntryCountsPerSlice ) {
    Box box( { "single" } );
    const ChipModel::Profile & profile = box.unit( 0 ).profile();
-   bcm_field_group_config_t config = ingressGroup( profile, 5, 0, { bcmFieldQualifySrcIp6, bcmFieldQualifyDstIp6 } );
+   bcm_field_group_config_t config =
+      ingressGroup( profile, 5, 0, { bcmFieldQualifySrcIp6, bcmFieldQualifyDstIp6 } );
    ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) ); // double wide
    for ( int e = 1; e <= 3; ++e ) {
       ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 5, e ) );
@@ -168,8 +170,8 @@ TEST( ShimCapacityDeathTest, ANullBufferIsAProgrammingError ) {
 TEST( ShimFieldControl, GroupsWithTheirSliceChainsUnderTheLock ) {
    Box box( { "thx" } );
    const ChipModel::Profile & profile = box.unit( 0 ).profile();
-   bcm_field_group_config_t wide =
-      ingressGroup( profile, 0x2000007, 2, { bcmFieldQualifySrcIp6, bcmFieldQualifyDstIp6 } );
+   bcm_field_group_config_t wide = ingressGroup(
+      profile, 0x2000007, 2, { bcmFieldQualifySrcIp6, bcmFieldQualifyDstIp6 } );
    ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &wide ) );
    for ( int e = 1; e <= 769; ++e ) { // one more than a row of slices holds
       ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, wide.group, e ) );
