@@ -87,6 +87,9 @@ typedef struct bcm_field_presel_set_s {
 #define BCM_FIELD_GROUP_CREATE_WITH_ASET 0x8       // entries may use only config.aset
 #define BCM_FIELD_GROUP_CREATE_WITH_PRESELSET 0x40 // config.preselset selects packets
 #define BCM_FIELD_GROUP_CREATE_WITH_HINTID 0x8000  // config.hintid applies
+// With WITH_ASET an empty action set restricts nothing, with WITH_HINTID a
+// hint id of 0 names no hint, with WITH_PRESELSET an empty set selects every
+// packet; WITH_PORT with no ports is refused (BCM_E_PARAM).
 
 typedef struct bcm_field_group_config_s {
    uint32_t flags;               // BCM_FIELD_GROUP_CREATE_*

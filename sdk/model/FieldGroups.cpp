@@ -18,6 +18,16 @@ flagSet( const bcm_field_group_config_t & config, U32 flag ) {
    return ( config.flags & flag ) != 0;
 }
 
+bool
+emptyAset( const bcm_field_aset_t & aset ) {
+   for ( U32 word : aset.w ) {
+      if ( word ) {
+         return false;
+      }
+   }
+   return true;
+}
+
 } // namespace
 
 FieldProcessor::FieldProcessor( const Profile & profile ) : profile_( &profile ) {
@@ -100,7 +110,7 @@ FieldProcessor::resolveGroupWidth( const bcm_field_group_config_t & config,
 int
 FieldProcessor::checkGroupReferences( const bcm_field_group_config_t & config,
                                       Group & group ) const {
-   if ( flagSet( config, BCM_FIELD_GROUP_CREATE_WITH_HINTID ) ) {
+   if ( flagSet( config, BCM_FIELD_GROUP_CREATE_WITH_HINTID ) && config.hintid != 0 ) {
       if ( !hints_.count( config.hintid ) ) {
          return BCM_E_NOT_FOUND;
       }
@@ -117,9 +127,12 @@ FieldProcessor::checkGroupReferences( const bcm_field_group_config_t & config,
       }
    }
    if ( flagSet( config, BCM_FIELD_GROUP_CREATE_WITH_PORT ) ) {
+      if ( _shr_pbmp_is_null( config.ports ) ) {
+         return BCM_E_PARAM;
+      }
       group.ports = config.ports;
    }
-   if ( flagSet( config, BCM_FIELD_GROUP_CREATE_WITH_ASET ) ) {
+   if ( flagSet( config, BCM_FIELD_GROUP_CREATE_WITH_ASET ) && !emptyAset( config.aset ) ) {
       group.aset = config.aset;
    }
    return BCM_E_NONE;

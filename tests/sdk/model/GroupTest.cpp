@@ -170,6 +170,22 @@ TEST_P( GroupOnEveryProfile, StageComesFromTheQualifierSetAndOperModeFromTheProf
                                    bcmFieldQualifyL4SrcPort } ) ) );
 }
 
+TEST_P( GroupOnEveryProfile, FlagsWithNothingBehindThemRestrictNothing ) {
+   // The agent sets the action-set, hint-id and mode flags on every group.
+   bcm_field_group_config_t config = groupConfig( profile(), 1, narrow, 1 );
+   config.flags |= BCM_FIELD_GROUP_CREATE_WITH_ASET | BCM_FIELD_GROUP_CREATE_WITH_HINTID |
+                   BCM_FIELD_GROUP_CREATE_WITH_MODE;
+   config.mode = bcmFieldGroupModeAuto;
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 5 ) );
+   EXPECT_EQ( BCM_E_NONE, bcm_field_action_add( 0, 5, bcmFieldActionCopyToCpu, 0, 0 ) );
+   EXPECT_FALSE( box_.unit( 0 ).state().field.group( 1 )->hint.has_value() );
+   bcm_field_group_config_t noPorts = groupConfig( profile(), 2, narrow, 1 );
+   noPorts.flags |= BCM_FIELD_GROUP_CREATE_WITH_PORT;
+   BCM_PBMP_CLEAR( noPorts.ports );
+   EXPECT_EQ( BCM_E_PARAM, bcm_field_group_config_create( 0, &noPorts ) );
+}
+
 INSTANTIATE_TEST_SUITE_P( Profiles, GroupOnEveryProfile,
                           ::testing::Values( "single", "trident3", "thx", "th3" ) );
 
