@@ -39,18 +39,18 @@ ipTypeOf( const Packet & p ) {
 
 // An enumeration qualifier set to its Any value matches every packet.
 bool
-anyValue( int qualifier, U64 value ) {
+anyValue( int qualifier, const std::vector< U8 > & data ) {
    switch ( qualifier ) {
    case bcmFieldQualifyIpType:
-      return value == bcmFieldIpTypeAny;
+      return fromBytes( data ) == bcmFieldIpTypeAny;
    case bcmFieldQualifyIpFrag:
-      return value == bcmFieldIpFragAny;
+      return fromBytes( data ) == bcmFieldIpFragAny;
    case bcmFieldQualifyForwardingType:
-      return value == bcmFieldForwardingTypeAny;
+      return fromBytes( data ) == bcmFieldForwardingTypeAny;
    case bcmFieldQualifyTunnelType:
-      return value == bcmFieldTunnelTypeAny;
+      return fromBytes( data ) == bcmFieldTunnelTypeAny;
    case bcmFieldQualifyL2Format:
-      return value == bcmFieldL2FormatAny;
+      return fromBytes( data ) == bcmFieldL2FormatAny;
    default:
       return false;
    }
@@ -246,7 +246,7 @@ LookupContext::newStage( bcm_field_stage_t next ) {
 
 bool
 qualifierMatches( int qualifier, const FieldValue & rule, const LookupContext & context ) {
-   if ( anyValue( qualifier, fromBytes( rule.data ) ) ) {
+   if ( anyValue( qualifier, rule.data ) ) {
       return true;
    }
    if ( isPortSet( qualifier ) ) {

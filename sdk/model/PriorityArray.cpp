@@ -69,7 +69,7 @@ U32
 PriorityArray::place( U32 key, S64 left, S64 right, Mover & mover ) {
    S64 slot;
    if ( right - left > 1 ) {
-      slot = left + ( right - left ) / 2;
+      slot = freeSlotBetween( left, right );
    } else {
       S64 holeLeft = holeLeftOf( left );
       S64 holeRight = holeRightOf( right );
@@ -86,6 +86,21 @@ PriorityArray::place( U32 key, S64 left, S64 right, Mover & mover ) {
    slots_[ static_cast< size_t >( slot ) ] = key;
    items_[ key ].slot = static_cast< U32 >( slot );
    return static_cast< U32 >( slot );
+}
+
+// Items pack against their neighbours at the ends of the row, so that runs in
+// one order cost nothing; between two items the middle of the gap keeps room
+// on both sides.
+S64
+PriorityArray::freeSlotBetween( S64 left, S64 right ) const {
+   S64 end = static_cast< S64 >( slots_.size() );
+   if ( right == end ) {
+      return left + 1;
+   }
+   if ( left < 0 ) {
+      return right - 1;
+   }
+   return left + ( right - left ) / 2;
 }
 
 S64

@@ -6,11 +6,12 @@
 // Order: a higher priority comes first; among equal priorities the item that
 // arrived (or changed priority) earlier comes first.
 //
-// Placement: a new item goes into the middle of the free gap between its
-// neighbours when there is one; otherwise the items between it and the
-// nearest hole (on either side, the nearer one; right on a tie) shift by one
-// slot towards the hole. A priority change that leaves the item inside its
-// new gap moves nothing.
+// Placement: a new item goes into the free gap between its neighbours when
+// there is one: right after the last item, right before the first, in the
+// middle between two (an empty row starts at slot 0). Otherwise the items
+// between it and the nearest hole (on either side, the nearer one; right on
+// a tie) shift by one slot towards the hole. A priority change that leaves
+// the item inside its new gap moves nothing.
 #pragma once
 
 #include <map>
@@ -99,6 +100,7 @@ class PriorityArray {
    void shiftLeft( S64 hole, S64 last, Mover & mover );
    void shiftRight( S64 first, S64 hole, Mover & mover );
    void moveItem( U32 key, U32 to, Mover & mover );
+   S64 freeSlotBetween( S64 left, S64 right ) const;
    S64 holeLeftOf( S64 slot ) const;
    S64 holeRightOf( S64 slot ) const;
 

@@ -129,18 +129,25 @@ TEST( PriorityArray, RandomWorkloadKeepsOrderSlotsAndMovesInStep ) {
 }
 
 TEST( PriorityArray, PlacementAndMoveCountsOfAKnownSequence ) {
-   PriorityArray array( 4 );
-   Replay replay( 4 );
-   EXPECT_EQ( 1u, insertInto( array, replay, 1, 10 ) ); // middle of the empty row
-   EXPECT_EQ( 0u, insertInto( array, replay, 2, 20 ) ); // middle of the gap before it
+   PriorityArray array( 8 );
+   Replay replay( 8 );
+   EXPECT_EQ( 0u, insertInto( array, replay, 1, 50 ) ); // an empty row starts at 0
+   EXPECT_EQ( 1u, insertInto( array, replay, 2, 40 ) ); // packs after the last
+   EXPECT_EQ( 2u, insertInto( array, replay, 3, 30 ) );
    EXPECT_EQ( 0u, replay.moves );
-   // No gap before slot 0: the two items shift right into the hole at 2.
-   EXPECT_EQ( 0u, insertInto( array, replay, 3, 30 ) );
-   EXPECT_EQ( 2u, replay.moves );
-   EXPECT_EQ( 3u, insertInto( array, replay, 4, 5 ) );
-   EXPECT_EQ( 2u, replay.moves );
-   EXPECT_EQ( ( std::vector< U32 >{ 3, 2, 1, 4 } ), array.keysInOrder() );
-   EXPECT_TRUE( array.full() );
+   // Before the first with no room there: the three shift right by one.
+   EXPECT_EQ( 0u, insertInto( array, replay, 4, 60 ) );
+   EXPECT_EQ( 3u, replay.moves );
+   replay.slots[ *array.slotOf( 2 ) ].reset();
+   array.erase( 2 ); // leaves a hole at slot 2
+   // Between 1 (slot 1) and 3 (slot 3): into the hole, no move.
+   EXPECT_EQ( 2u, insertInto( array, replay, 5, 45 ) );
+   EXPECT_EQ( 3u, replay.moves );
+   // Between 4 (slot 0) and 1 (slot 1): the nearest hole is after the run,
+   // at slot 4, so 1, 5 and 3 shift right.
+   EXPECT_EQ( 1u, insertInto( array, replay, 6, 55 ) );
+   EXPECT_EQ( 6u, replay.moves );
+   EXPECT_EQ( ( std::vector< U32 >{ 4, 6, 1, 5, 3 } ), array.keysInOrder() );
 }
 
 TEST( PriorityArray, EqualPrioritiesKeepArrivalOrderAndAChangeRanksLast ) {
