@@ -7,11 +7,13 @@ namespace ChipModel {
 
 int
 FieldProcessor::preselCreate( bcm_field_presel_t & id ) {
-   U32 limit = std::min< U32 >( profile_->presels, BCM_FIELD_PRESEL_MAX );
-   for ( bcm_field_presel_t candidate = 1; candidate < static_cast< int >( limit );
-         ++candidate ) {
+   if ( presels_.size() >= profile_->presels ) {
+      return BCM_E_RESOURCE;
+   }
+   for ( bcm_field_presel_t candidate = 1; candidate < BCM_FIELD_PRESEL_MAX; ++candidate ) {
       if ( !presels_.count( candidate ) ) {
-         return preselCreateId( id = candidate );
+         id = candidate;
+         return preselCreateId( candidate );
       }
    }
    return BCM_E_RESOURCE;
