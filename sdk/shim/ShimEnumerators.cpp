@@ -1,6 +1,11 @@
 #include "sdk/shim/Shim.h"
 
+#include "sdk/api/field_data.h"
 #include "sdk/api/field_enums.h"
+#include "sdk/api/field_types.h"
+#include "sdk/api/policer.h"
+#include "sdk/api/range.h"
+#include "sdk/api/udf.h"
 
 namespace Shim {
 
@@ -704,6 +709,416 @@ Sdk::AR_bcmFieldStatDropPackets() const {
 int
 Sdk::AR_bcmFieldStatDropBytes() const {
    return bcmFieldStatDropBytes;
+}
+
+int
+Sdk::AR_bcmFieldStageIngress() const {
+   return bcmFieldStageIngress;
+}
+
+int
+Sdk::AR_bcmFieldStageLookup() const {
+   return bcmFieldStageLookup;
+}
+
+int
+Sdk::AR_bcmFieldStageEgress() const {
+   return bcmFieldStageEgress;
+}
+
+int
+Sdk::AR_bcmFieldStageExternal() const {
+   return bcmFieldStageExternal;
+}
+
+int
+Sdk::AR_bcmFieldStageExactMatch() const {
+   return bcmFieldStageExactMatch;
+}
+
+int
+Sdk::AR_bcmFieldStageClass() const {
+   return bcmFieldStageClass;
+}
+
+int
+Sdk::AR_bcmFieldGroupModeDefault() const {
+   return bcmFieldGroupModeDefault;
+}
+
+int
+Sdk::AR_bcmFieldGroupModeSingle() const {
+   return bcmFieldGroupModeSingle;
+}
+
+int
+Sdk::AR_bcmFieldGroupModeDouble() const {
+   return bcmFieldGroupModeDouble;
+}
+
+int
+Sdk::AR_bcmFieldGroupModeTriple() const {
+   return bcmFieldGroupModeTriple;
+}
+
+int
+Sdk::AR_bcmFieldGroupModeAuto() const {
+   return bcmFieldGroupModeAuto;
+}
+
+int
+Sdk::AR_bcmFieldGroupOperModeGlobal() const {
+   return bcmFieldGroupOperModeGlobal;
+}
+
+int
+Sdk::AR_bcmFieldGroupOperModePipeLocal() const {
+   return bcmFieldGroupOperModePipeLocal;
+}
+
+int
+Sdk::AR_bcmFieldHintTypeCompression() const {
+   return bcmFieldHintTypeCompression;
+}
+
+int
+Sdk::AR_bcmFieldHintTypeExtraction() const {
+   return bcmFieldHintTypeExtraction;
+}
+
+int
+Sdk::AR_bcmFieldHintTypeGroupAutoExpansion() const {
+   return bcmFieldHintTypeGroupAutoExpansion;
+}
+
+int
+Sdk::AR_bcmFieldForwardingTypeAny() const {
+   return bcmFieldForwardingTypeAny;
+}
+
+int
+Sdk::AR_bcmFieldForwardingTypeL2() const {
+   return bcmFieldForwardingTypeL2;
+}
+
+int
+Sdk::AR_bcmFieldForwardingTypeL3() const {
+   return bcmFieldForwardingTypeL3;
+}
+
+int
+Sdk::AR_bcmFieldForwardingTypeMpls() const {
+   return bcmFieldForwardingTypeMpls;
+}
+
+int
+Sdk::AR_bcmFieldIpTypeAny() const {
+   return bcmFieldIpTypeAny;
+}
+
+int
+Sdk::AR_bcmFieldIpTypeNonIp() const {
+   return bcmFieldIpTypeNonIp;
+}
+
+int
+Sdk::AR_bcmFieldIpTypeIpv4Any() const {
+   return bcmFieldIpTypeIpv4Any;
+}
+
+int
+Sdk::AR_bcmFieldIpTypeIpv6() const {
+   return bcmFieldIpTypeIpv6;
+}
+
+int
+Sdk::AR_bcmFieldIpTypeArp() const {
+   return bcmFieldIpTypeArp;
+}
+
+int
+Sdk::AR_bcmFieldTunnelTypeAny() const {
+   return bcmFieldTunnelTypeAny;
+}
+
+int
+Sdk::AR_bcmFieldTunnelTypeNone() const {
+   return bcmFieldTunnelTypeNone;
+}
+
+int
+Sdk::AR_bcmFieldTunnelTypeIp() const {
+   return bcmFieldTunnelTypeIp;
+}
+
+int
+Sdk::AR_bcmFieldTunnelTypeVxlan() const {
+   return bcmFieldTunnelTypeVxlan;
+}
+
+int
+Sdk::AR_bcmFieldIpFragNon() const {
+   return bcmFieldIpFragNon;
+}
+
+int
+Sdk::AR_bcmFieldIpFragFirst() const {
+   return bcmFieldIpFragFirst;
+}
+
+int
+Sdk::AR_bcmFieldIpFragNotFirst() const {
+   return bcmFieldIpFragNotFirst;
+}
+
+int
+Sdk::AR_bcmFieldIpFragAny() const {
+   return bcmFieldIpFragAny;
+}
+
+int
+Sdk::AR_bcmFieldL2FormatAny() const {
+   return bcmFieldL2FormatAny;
+}
+
+int
+Sdk::AR_bcmFieldL2FormatEthII() const {
+   return bcmFieldL2FormatEthII;
+}
+
+int
+Sdk::AR_bcmFieldL2FormatSnap() const {
+   return bcmFieldL2FormatSnap;
+}
+
+int
+Sdk::AR_bcmFieldL2FormatLlc() const {
+   return bcmFieldL2FormatLlc;
+}
+
+int
+Sdk::AR_bcmFieldColorGreen() const {
+   return bcmFieldColorGreen;
+}
+
+int
+Sdk::AR_bcmFieldColorYellow() const {
+   return bcmFieldColorYellow;
+}
+
+int
+Sdk::AR_bcmFieldColorRed() const {
+   return bcmFieldColorRed;
+}
+
+int
+Sdk::AR_bcmRangeTypeL4SrcPort() const {
+   return bcmRangeTypeL4SrcPort;
+}
+
+int
+Sdk::AR_bcmRangeTypeL4DstPort() const {
+   return bcmRangeTypeL4DstPort;
+}
+
+int
+Sdk::AR_bcmRangeTypePacketLength() const {
+   return bcmRangeTypePacketLength;
+}
+
+int
+Sdk::AR_bcmPolicerModeSrTcm() const {
+   return bcmPolicerModeSrTcm;
+}
+
+int
+Sdk::AR_bcmPolicerModeTrTcm() const {
+   return bcmPolicerModeTrTcm;
+}
+
+int
+Sdk::AR_bcmPolicerModeCommitted() const {
+   return bcmPolicerModeCommitted;
+}
+
+int
+Sdk::AR_bcmPolicerModePassThrough() const {
+   return bcmPolicerModePassThrough;
+}
+
+int
+Sdk::AR_bcmFieldDataOffsetBasePacketStart() const {
+   return bcmFieldDataOffsetBasePacketStart;
+}
+
+int
+Sdk::AR_bcmFieldDataOffsetBaseOuterL3Header() const {
+   return bcmFieldDataOffsetBaseOuterL3Header;
+}
+
+int
+Sdk::AR_bcmFieldDataOffsetBaseInnerL3Header() const {
+   return bcmFieldDataOffsetBaseInnerL3Header;
+}
+
+int
+Sdk::AR_bcmFieldDataOffsetBaseOuterL4Header() const {
+   return bcmFieldDataOffsetBaseOuterL4Header;
+}
+
+int
+Sdk::AR_bcmFieldDataOffsetBaseInnerL4Header() const {
+   return bcmFieldDataOffsetBaseInnerL4Header;
+}
+
+int
+Sdk::AR_bcmUdfLayerL2Header() const {
+   return bcmUdfLayerL2Header;
+}
+
+int
+Sdk::AR_bcmUdfLayerL3OuterHeader() const {
+   return bcmUdfLayerL3OuterHeader;
+}
+
+int
+Sdk::AR_bcmUdfLayerL3InnerHeader() const {
+   return bcmUdfLayerL3InnerHeader;
+}
+
+int
+Sdk::AR_bcmUdfLayerL4OuterHeader() const {
+   return bcmUdfLayerL4OuterHeader;
+}
+
+int
+Sdk::AR_bcmUdfLayerL4InnerHeader() const {
+   return bcmUdfLayerL4InnerHeader;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatLlc() const {
+   return bcmUdfAbstractPktFormatLlc;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatUnknownL3() const {
+   return bcmUdfAbstractPktFormatUnknownL3;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatArp() const {
+   return bcmUdfAbstractPktFormatArp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4UnknownL4() const {
+   return bcmUdfAbstractPktFormatIpv4UnknownL4;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv6UnknownL4() const {
+   return bcmUdfAbstractPktFormatIpv6UnknownL4;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4Tcp() const {
+   return bcmUdfAbstractPktFormatIpv4Tcp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4Udp() const {
+   return bcmUdfAbstractPktFormatIpv4Udp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4Sctp() const {
+   return bcmUdfAbstractPktFormatIpv4Sctp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4Icmp() const {
+   return bcmUdfAbstractPktFormatIpv4Icmp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv6Tcp() const {
+   return bcmUdfAbstractPktFormatIpv6Tcp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv6Udp() const {
+   return bcmUdfAbstractPktFormatIpv6Udp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv6Sctp() const {
+   return bcmUdfAbstractPktFormatIpv6Sctp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv6Icmp() const {
+   return bcmUdfAbstractPktFormatIpv6Icmp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4Ipv4Tcp() const {
+   return bcmUdfAbstractPktFormatIpv4Ipv4Tcp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4Ipv4Udp() const {
+   return bcmUdfAbstractPktFormatIpv4Ipv4Udp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4Ipv6Tcp() const {
+   return bcmUdfAbstractPktFormatIpv4Ipv6Tcp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4Ipv6Udp() const {
+   return bcmUdfAbstractPktFormatIpv4Ipv6Udp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4GreIpv4Tcp() const {
+   return bcmUdfAbstractPktFormatIpv4GreIpv4Tcp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4GreIpv4Udp() const {
+   return bcmUdfAbstractPktFormatIpv4GreIpv4Udp;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv4UdpVxlan() const {
+   return bcmUdfAbstractPktFormatIpv4UdpVxlan;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatIpv6UdpVxlan() const {
+   return bcmUdfAbstractPktFormatIpv6UdpVxlan;
+}
+
+int
+Sdk::AR_bcmFieldQualifyCount() const {
+   return bcmFieldQualifyCount;
+}
+
+int
+Sdk::AR_bcmFieldActionCount() const {
+   return bcmFieldActionCount;
+}
+
+int
+Sdk::AR_bcmFieldStatCount() const {
+   return bcmFieldStatCount;
+}
+
+int
+Sdk::AR_bcmUdfAbstractPktFormatCount() const {
+   return bcmUdfAbstractPktFormatCount;
 }
 
 } // namespace Shim

@@ -1,0 +1,102 @@
+#include "sdk/model/Stats.h"
+
+#include <algorithm>
+
+namespace ChipModel {
+
+CounterKind
+counterKindOf( bcm_field_stat_t type ) {
+   switch ( type ) {
+   case bcmFieldStatGreenPackets:
+   case bcmFieldStatGreenBytes:
+      return CounterKind::green;
+   case bcmFieldStatYellowPackets:
+   case bcmFieldStatYellowBytes:
+      return CounterKind::yellow;
+   case bcmFieldStatRedPackets:
+   case bcmFieldStatRedBytes:
+      return CounterKind::red;
+   case bcmFieldStatDropPackets:
+   case bcmFieldStatDropBytes:
+      return CounterKind::drop;
+   default:
+      return CounterKind::all;
+   }
+}
+
+bool
+countsBytes( bcm_field_stat_t type ) {
+   return type == bcmFieldStatBytes || type == bcmFieldStatGreenBytes ||
+          type == bcmFieldStatYellowBytes || type == bcmFieldStatRedBytes ||
+          type == bcmFieldStatDropBytes;
+}
+
+void
+Counter::count( U64 length, U64 evictThreshold ) {
+   ++packets;
+   bytes += length;
+   ++hardwarePackets;
+   hardwareBytes += length;
+   if ( evictThreshold && hardwarePackets >= evictThreshold ) {
+      evictedPackets += hardwarePackets;
+      evictedBytes += hardwareBytes;
+      hardwarePackets = 0;
+      hardwareBytes = 0;
+   }
+}
+
+CounterPools::CounterPools( U32 pools, U32 perPool )
+    : pools_( pools ), perPool_( perPool ),
+      counters_( pools, std::vector< Counter >( perPool ) ) {}
+
+std::optional< std::pair< U32, std::vector< U32 > > >
+CounterPools::allocate( U32 count ) {
+   for ( U32 pool = 0; pool < pools_; ++pool ) {
+      std::vector< U32 > found;
+      for ( U32 index = 0; index < perPool_ && found.size() < count; ++index ) {
+         if ( !counters_[ pool ][ index ].used ) {
+            found.push_back( index );
+         }
+      }
+      if ( found.size() == count ) {
+         for ( U32 index : found ) {
+            counters_[ pool ][ index ] = Counter{};
+            counters_[ pool ][ index ].used = true;
+         }
+         return std::make_pair( pool, found );
+      }
+   }
+   return std::nullopt;
+}
+
+void
+CounterPools::release( U32 pool, const std::vector< U32 > & indices ) {
+   for ( U32 index : indices ) {
+      counters_.at( pool ).at( index ) = Counter{};
+   }
+}
+
+Counter *
+CounterPools::at( U32 pool, U32 index ) {
+   if ( pool >= pools_ || index >= perPool_ || !counters_[ pool ][ index ].used ) {
+      return nullptr;
+   }
+   return &counters_[ pool ][ index ];
+}
+
+U32
+CounterPools::free() const {
+   U32 free = 0;
+   for ( const auto & pool : counters_ ) {
+      free += static_cast< U32 >( std::count_if(
+         pool.begin(), pool.end(), []( const Counter & c ) { return !c.used; } ) );
+   }
+   return free;
+}
+
+bool
+Stat::counts( bcm_field_stat_t type ) const {
+   return std::find( types.begin(), types.end(), type ) != types.end();
+}
+
+} // namespace ChipModel

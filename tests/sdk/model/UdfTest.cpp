@@ -1,0 +1,259 @@
+// User-defined fields by mechanism: data qualifiers (single), the UDF module
+// (trident3) and flex-parser chunks (th3); their limits and their matching.
+#include "tests/sdk/model/ModelTestSupport.h"
+
+using namespace ModelTest;
+using ChipModel::Box;
+using ChipModel::Packet;
+
+namespace {
+
+// A UDP packet whose payload starts with the given bytes.
+Packet
+udpWith( int port, std::vector< U8 > payload ) {
+   Packet p = Packet::ipv4( port, 1, 2, 17, 4000, 4789 );
+   p.payload = std::move( payload );
+   return p;
+}
+
+void
+installMatching( bcm_field_entry_t entry ) {
+   ASSERT_EQ( BCM_E_NONE, bcm_field_action_add( 0, entry, bcmFieldActionDrop, 0, 0 ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_install( 0, entry ) );
+}
+
+} // namespace
+
+TEST( DataQualifiers, ExtractBytesOfThePacketFormatsAddedToThem ) {
+   Box box( { "single" }, committed() );
+   bcm_field_data_qualifier_t qual;
+   bcm_field_data_qualifier_t_init( &qual );
+   qual.offset_base = bcmFieldDataOffsetBaseOuterL4Header;
+   qual.byte_offset = 8; // the first two payload bytes after the UDP header
+   qual.byte_length = 2;
+   ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_create( 0, &qual ) );
+   bcm_field_data_packet_format_t format;
+   bcm_field_data_packet_format_t_init( &format );
+   format.outer_ip = BCM_FIELD_DATA_FORMAT_IP4;
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_data_qualifier_packet_format_add( 0, qual.qual_id, &format ) );
+   EXPECT_EQ( BCM_E_EXISTS,
+              bcm_field_data_qualifier_packet_format_add( 0, qual.qual_id, &format ) );
+
+   bcm_field_group_config_t config =
+      groupConfig( box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyIpProtocol } ), 1 );
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_qset_data_qualifier_add( 0, &config.qset, qual.qual_id ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
+   const uint8_t data[] = { 0xab, 0xcd };
+   const uint8_t mask[] = { 0xff, 0xff };
+   EXPECT_EQ( BCM_E_PARAM, bcm_field_qualify_data( 0, 10, qual.qual_id, data, mask, 3 ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_data( 0, 10, qual.qual_id, data, mask, 2 ) );
+   installMatching( 10 );
+   int port = portIn( box.unit( 0 ).profile(), 0 );
+   EXPECT_TRUE( box.send( 0, udpWith( port, { 0xab, 0xcd, 0 } ) ).dropped );
+   EXPECT_FALSE( box.send( 0, udpWith( port, { 0xab, 0xce, 0 } ) ).dropped );
+   Packet v6 = Packet::ipv6( port, {}, {}, 17, 1, 2 ); // not a format added
+   v6.payload = { 0xab, 0xcd };
+   EXPECT_FALSE( box.send( 0, v6 ).dropped );
+
+   uint8_t back[ 4 ];
+   uint8_t backMask[ 4 ];
+   uint16_t length = 0;
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_data_get( 0, 10, qual.qual_id, 4, back,
+                                                      backMask, &length ) );
+   EXPECT_EQ( 2, length );
+   EXPECT_EQ( 0xcd, back[ 1 ] );
+   // Held by a group and by its formats: not destroyed.
+   EXPECT_EQ( BCM_E_BUSY, bcm_field_data_qualifier_destroy( 0, qual.qual_id ) );
+}
+
+TEST( DataQualifiers, TheUnitsQualifiersAndBytesRunOut ) {
+   Box box( { "single" } );
+   std::vector< int > ids;
+   for ( int i = 0; i < 2; ++i ) {
+      bcm_field_data_qualifier_t qual;
+      bcm_field_data_qualifier_t_init( &qual );
+      qual.byte_length = 16;
+      ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_create( 0, &qual ) );
+      ids.push_back( qual.qual_id );
+   }
+   bcm_field_data_qualifier_t more;
+   bcm_field_data_qualifier_t_init( &more );
+   more.byte_length = 1;
+   EXPECT_EQ( BCM_E_RESOURCE,
+              bcm_field_data_qualifier_create( 0, &more ) ); // 32 bytes used
+   more.byte_length = 17;
+   EXPECT_EQ( BCM_E_PARAM, bcm_field_data_qualifier_create( 0, &more ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_destroy( 0, ids[ 0 ] ) );
+   more.byte_length = 4;
+   EXPECT_EQ( BCM_E_NONE, bcm_field_data_qualifier_create( 0, &more ) );
+   bcm_field_data_qualifier_t read;
+   ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_get( 0, more.qual_id, &read ) );
+   EXPECT_EQ( 4, read.byte_length );
+   // Other mechanisms are not there on this chip.
+   bcm_udf_t udf;
+   bcm_udf_t_init( &udf );
+   bcm_udf_id_t udfId;
+   EXPECT_EQ( BCM_E_UNAVAIL, bcm_udf_create( 0, nullptr, &udf, &udfId ) );
+}
+
+TEST( UdfModule, UdfsOnPacketFormatsMatchTheirBytes ) {
+   Box box( { "trident3" }, committed() );
+   Shim::Udf udf;
+   udf.layer = bcmUdfLayerL4OuterHeader;
+   udf.start_is( 8 * 8 );
+   udf.width_is( 16 );
+   bcm_udf_id_t udfId;
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_create( 0, nullptr, &udf, &udfId ) );
+   Shim::UdfPktFormatInfo format;
+   format.ethertype = 0x0800;
+   format.ethertype_mask = 0xffff;
+   format.ip_protocol = 17;
+   format.ip_protocol_mask = 0xff;
+   bcm_udf_pkt_format_id_t formatId;
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_pkt_format_create( 0, 0, &format, &formatId ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_pkt_format_add( 0, udfId, formatId ) );
+   EXPECT_EQ( BCM_E_BUSY, bcm_udf_pkt_format_destroy( 0, formatId ) );
+   bcm_udf_pkt_format_id_t all[ 4 ];
+   int actual = 0;
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_pkt_format_get_all( 0, udfId, 4, all, &actual ) );
+   EXPECT_EQ( 1, actual );
+   EXPECT_EQ( formatId, all[ 0 ] );
+   Shim::Udf back;
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_get( 0, udfId, &back ) );
+   EXPECT_EQ( 64u, back.start() );
+   EXPECT_EQ( 16u, back.width() );
+
+   bcm_field_group_config_t config =
+      groupConfig( box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyIpProtocol } ), 1 );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qset_udf_add( 0, &config.qset, udfId ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
+   const uint8_t data[] = { 0x12, 0x34 };
+   const uint8_t mask[] = { 0xff, 0xff };
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_udf( 0, 10, udfId, 2, data, mask ) );
+   installMatching( 10 );
+   int port = portIn( box.unit( 0 ).profile(), 1 );
+   EXPECT_TRUE( box.send( 0, udpWith( port, { 0x12, 0x34 } ) ).dropped );
+   EXPECT_FALSE( box.send( 0, udpWith( port, { 0x12, 0x35 } ) ).dropped );
+   EXPECT_EQ( BCM_E_BUSY, bcm_udf_destroy( 0, udfId ) );
+   EXPECT_EQ( "groups=1 entries=1 udfObjects=1 packetFormats=1", box.counts( 0 ).text() );
+}
+
+TEST( FlexParser, ChunksOfAnAbstractFormatAreTakenOnce ) {
+   Box box( { "th3" }, committed() );
+   Shim::UdfAbstractPktFormatInfo info;
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_abstract_pkt_format_info_get(
+                             0,
+                             static_cast< bcm_udf_abstract_pkt_format_t >(
+                                SdkShim->AR_bcmUdfAbstractPktFormatIpv4Udp() ),
+                             &info ) );
+   EXPECT_EQ( 0u, info.chunk_bmap_used() );
+   Shim::UdfChunkInfo chunk;
+   chunk.abstract_pkt_format = bcmUdfAbstractPktFormatIpv4Udp;
+   chunk.chunk_bmap = 0x3;
+   chunk.offset_is( 28 ); // 20 bytes of IPv4, 8 of UDP: the payload
+   chunk.width_is( 3 );
+   bcm_udf_id_t udfId;
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_chunk_create( 0, nullptr, &chunk, &udfId ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_abstract_pkt_format_info_get(
+                             0, bcmUdfAbstractPktFormatIpv4Udp, &info ) );
+   EXPECT_EQ( 0x3u, info.chunk_bmap_used() );
+   EXPECT_EQ( BCM_E_BUSY, bcm_udf_chunk_create( 0, nullptr, &chunk, &udfId ) );
+   chunk.chunk_bmap = 0x4;
+   EXPECT_EQ( BCM_E_PARAM,
+              bcm_udf_chunk_create( 0, nullptr, &chunk, &udfId ) ); // 3 > 2 bytes
+   chunk.abstract_pkt_format = bcmUdfAbstractPktFormatIpv6Udp;
+   chunk.chunk_bmap = 0x3; // free on another format
+   bcm_udf_id_t other;
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_chunk_create( 0, nullptr, &chunk, &other ) );
+   Shim::UdfChunkInfo back;
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_chunk_info_get( 0, udfId, &back ) );
+   EXPECT_EQ( 28u, back.offset() );
+   EXPECT_EQ( 3u, back.width() );
+
+   bcm_field_group_config_t config =
+      groupConfig( box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyIpProtocol } ), 1 );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qset_udf_add( 0, &config.qset, udfId ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
+   const uint8_t data[] = { 1, 2, 3 };
+   const uint8_t mask[] = { 0xff, 0xff, 0xff };
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_udf( 0, 10, udfId, 3, data, mask ) );
+   installMatching( 10 );
+   int port = portIn( box.unit( 0 ).profile(), 0 );
+   EXPECT_TRUE( box.send( 0, udpWith( port, { 1, 2, 3 } ) ).dropped );
+   EXPECT_FALSE( box.send( 0, udpWith( port, { 1, 2, 4 } ) ).dropped );
+   ASSERT_EQ( BCM_E_NONE, bcm_udf_destroy( 0, other ) );
+   EXPECT_EQ( 1u, box.counts( 0 ).chunks );
+}
+
+TEST( OlderRangeApi, CheckersOfTheUnitAreSharedByEveryGroup ) {
+   Box box( { "single" }, committed() );
+   bcm_field_range_t range;
+   ASSERT_EQ( BCM_E_NONE,
+              bcm_field_range_create( 0, &range, BCM_FIELD_RANGE_SRCPORT, 1024, 65535 ) );
+   EXPECT_EQ( BCM_E_PARAM, bcm_field_range_create( 0, &range, 0, 1, 2 ) );
+   EXPECT_EQ( BCM_E_EXISTS,
+              bcm_field_range_create_id( 0, range, BCM_FIELD_RANGE_DSTPORT, 1, 2 ) );
+   bcm_range_config_t module;
+   bcm_range_config_t_init( &module );
+   EXPECT_EQ( BCM_E_UNAVAIL, bcm_range_create( 0, 0, &module ) );
+   bcm_field_group_config_t config =
+      groupConfig( box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyRangeCheck } ), 1 );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_RangeCheck( 0, 10, range, 1 ) ); // inverted
+   installMatching( 10 );
+   int port = portIn( box.unit( 0 ).profile(), 0 );
+   EXPECT_TRUE( box.send( 0, Packet::ipv4( port, 1, 2, 6, 80, 80 ) ).dropped );
+   EXPECT_FALSE( box.send( 0, Packet::ipv4( port, 1, 2, 6, 8080, 80 ) ).dropped );
+   for ( int i = 1; i < 32; ++i ) {
+      bcm_field_range_t more;
+      ASSERT_EQ( BCM_E_NONE, bcm_field_range_create(
+                                0, &more, BCM_FIELD_RANGE_PACKET_LENGTH, i, 9000 ) );
+   }
+   bcm_field_range_t oneTooMany;
+   EXPECT_EQ( BCM_E_RESOURCE,
+              bcm_field_range_create( 0, &oneTooMany, BCM_FIELD_RANGE_DSTPORT, 1, 2 ) );
+   EXPECT_EQ( BCM_E_BUSY, bcm_field_range_destroy( 0, range ) );
+}
+
+TEST( ClassCompression, CompressionGroupsFeedClassQualifiersOfTheIngressStage ) {
+   Box box( { "th3" }, committed() );
+   // The agent's compression group for L4 source ports: selector and port.
+   Shim::GroupConfig compress;
+   compress.flags_or( BCM_FIELD_GROUP_CREATE_WITH_ID );
+   compress.group = 87;
+   SdkShim->ob_field_qset_add( &compress.qset,
+                               SdkShim->AR_bcmFieldQualifyCompressionSelect() );
+   SdkShim->ob_field_qset_add( &compress.qset, SdkShim->AR_bcmFieldQualifyL4SrcPort() );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &compress ) );
+   EXPECT_EQ( bcmFieldStageClass, box.unit( 0 ).state().field.group( 87 )->stage );
+   bcm_field_entry_t entry;
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create( 0, 87, &entry ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_L4SrcPort( 0, entry, 179, 0xffff ) );
+   Shim::ClassInfo classInfo;
+   classInfo.action_is( SdkShim->AR_bcmFieldActionNewClassId() );
+   classInfo.class_id_is( 6 );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_action_class_add( 0, entry, &classInfo ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_install( 0, entry ) );
+   Shim::ClassInfo back;
+   back.action_is( bcmFieldActionNewClassId );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_action_class_get( 0, entry, &back ) );
+   EXPECT_EQ( 6u, back.class_id );
+
+   bcm_field_group_config_t acl = groupConfig(
+      box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyL4SrcPortClass } ), 1, 5 );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &acl ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_L4SrcPortClass( 0, 10, 6, 0xff ) );
+   installMatching( 10 );
+   int port = portIn( box.unit( 0 ).profile(), 5 );
+   ChipModel::LookupResult bgp = box.send( 0, Packet::ipv4( port, 1, 2, 6, 179, 5000 ) );
+   EXPECT_EQ( std::optional< bcm_field_entry_t >( entry ), bgp.hitIn( 87 ) );
+   EXPECT_TRUE( bgp.dropped );
+   EXPECT_FALSE( box.send( 0, Packet::ipv4( port, 1, 2, 6, 180, 5000 ) ).dropped );
+}
