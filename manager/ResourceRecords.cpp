@@ -1,6 +1,5 @@
 // Value texts and constructors of the resource records (class ids, range
 // checkers, UDFs) and of the group manager's companions.
-#include <ostream>
 
 #include "manager/ClassIdRecords.h"
 #include "manager/RangeCheckerRecords.h"
