@@ -46,6 +46,9 @@ TESSEL_EXPORT void sdkCallErrorTrace( U32 unit, const char * callText, int rc,
 
 } // namespace Tessel
 
+// Each public macro stringifies its own argument: handing `call` on to another
+// macro would expand the macros inside it (BCM_FIELD_QUALIFY_PRESEL) before
+// the text is taken. The internal forms take the text ready-made.
 #define SDK_CALL_RAW_( call )                                                      \
    ( { int sdkRc_;                                                                 \
        {                                                                           \
@@ -54,13 +57,24 @@ TESSEL_EXPORT void sdkCallErrorTrace( U32 unit, const char * callText, int rc,
        }                                                                           \
        sdkRc_; } )
 
-#define SDK_CALL( call )                                                           \
+#define SDK_CALL_TEXT_( text, call )                                               \
    ( { int sdkRc_ = SDK_CALL_RAW_( call );                                         \
-       ::Tessel::sdkCallTrace( __FILE_NAME__, __LINE__, #call, sdkRc_, "" );      \
+       ::Tessel::sdkCallTrace( __FILE_NAME__, __LINE__, text, sdkRc_, "" );        \
        sdkRc_; } )
 
+#define SDK_CALL_UNIT_TEXT_( unit, text, call, more )                              \
+   ( { int sdkRc_ = SDK_CALL_TEXT_( text, call );                                  \
+       if ( sdkRc_ < 0 ) {                                                         \
+          std::ostringstream sdkMore_;                                             \
+          sdkMore_ << more;                                                        \
+          ::Tessel::sdkCallErrorTrace( unit, text, sdkRc_, sdkMore_.str() );       \
+       }                                                                           \
+       sdkRc_; } )
+
+#define SDK_CALL( call ) SDK_CALL_TEXT_( #call, call )
+
 #define SDK_CALL_CHECKED( call )                                                   \
-   ( { int sdkRc_ = SDK_CALL( call );                                              \
+   ( { int sdkRc_ = SDK_CALL_TEXT_( #call, call );                                 \
        if ( sdkRc_ < 0 ) {                                                         \
           ::Tessel::sdkCallFatalReport( __FILE_NAME__, __LINE__, #call, sdkRc_ );  \
           KILN_ASSERT( 0 );                                                        \
@@ -75,12 +89,6 @@ TESSEL_EXPORT void sdkCallErrorTrace( U32 unit, const char * callText, int rc,
    } while ( 0 )
 
 #define SDK_CALL_UNIT_MORE( unit, call, more )                                     \
-   ( { int sdkRc_ = SDK_CALL( call );                                              \
-       if ( sdkRc_ < 0 ) {                                                         \
-          std::ostringstream sdkMore_;                                             \
-          sdkMore_ << more;                                                        \
-          ::Tessel::sdkCallErrorTrace( unit, #call, sdkRc_, sdkMore_.str() );      \
-       }                                                                           \
-       sdkRc_; } )
+   SDK_CALL_UNIT_TEXT_( unit, #call, call, more )
 
-#define SDK_CALL_UNIT( unit, call ) SDK_CALL_UNIT_MORE( unit, call, "" )
+#define SDK_CALL_UNIT( unit, call ) SDK_CALL_UNIT_TEXT_( unit, #call, call, "" )

@@ -74,6 +74,22 @@ TEST_F( SdkCall, UnitFormTracesFailuresOnly ) {
                    "Unit: 2 fakeSdkCall( unit, -7 ) API ERROR: (rc:-7) for entryId: 100" ) );
 }
 
+#define FAKE_PRESEL_FLAG 0x40
+
+TEST_F( SdkCall, MacrosInsideTheCallKeepTheirNamesInEveryForm ) {
+   unit = 1;
+   SDK_CALL( fakeSdkCall( unit | FAKE_PRESEL_FLAG, 0 ) );
+   SDK_CALL_CHECKED( fakeSdkCall( unit | FAKE_PRESEL_FLAG, 0 ) );
+   SDK_CALL_NO_RC_CHECK( fakeSdkCall( unit | FAKE_PRESEL_FLAG, 0 ) );
+   SDK_CALL_UNIT( unit, fakeSdkCall( unit | FAKE_PRESEL_FLAG, -4 ) );
+   SDK_CALL_UNIT_MORE( unit, fakeSdkCall( unit | FAKE_PRESEL_FLAG, -4 ), "" );
+   auto texts = capture_.texts();
+   ASSERT_EQ( 7u, texts.size() );
+   for ( const auto & text : texts ) {
+      EXPECT_THAT( text, ::testing::HasSubstr( "fakeSdkCall( unit | FAKE_PRESEL_FLAG, " ) );
+   }
+}
+
 TEST_F( SdkCall, CheckedCallPassesSuccessThrough ) {
    EXPECT_EQ( 5, SDK_CALL_CHECKED( fakeSdkCall( unit, 5 ) ) );
 }

@@ -162,7 +162,7 @@ TEST_P( CallTextTest, SdkCallsAreTracedAsWritten ) {
 // The SDK call macros expand macros inside the call text they forward
 // (BCM_FIELD_QUALIFY_PRESEL becomes its value in the trace); enable once the
 // call text is taken before forwarding.
-TEST_P( CallTextTest, DISABLED_PreselectorCallsKeepTheirMacroNames ) {
+TEST_P( CallTextTest, PreselectorCallsKeepTheirMacroNames ) {
    std::string all = callTexts();
    for ( const char * text :
          { "bcm_field_qualify_Stage( unit, preselId | BCM_FIELD_QUALIFY_PRESEL, "
