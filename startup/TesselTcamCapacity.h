@@ -63,7 +63,10 @@ class TESSEL_EXPORT TesselTcamCapacitySm : public Kiln::Entity {
    void scsdDel() { scsdIs( nullptr ); }
 
    // The capacity service the rows go to.
-   const Kiln::Ptr< CapacityHelperSm > & capacityHelperSm() const { return capacityHelperSm_.get(); }
+   const Kiln::Ptr< CapacityHelperSm > &
+   capacityHelperSm() const {
+      return capacityHelperSm_.get();
+   }
    void
    capacityHelperSmIs( const Kiln::Ptr< CapacityHelperSm > & helper ) {
       attributeIs( capacityHelperSm_, helper, &NotifieeConst::onCapacityHelperSm );

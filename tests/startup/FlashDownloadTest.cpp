@@ -220,8 +220,8 @@ TEST_P( FlashDownload, TracesTheDecisionAndEachUnitsFlags ) {
    scsd->unitDel( 2 );
    othersReady( *scsd );
    stages->start();
-   std::vector< std::string > lines =
-      matching( traces( "TesselTcamFlashDownload" ), "Ready to program: 1|Programming TCAMs|DoTcam.*" );
+   std::vector< std::string > lines = matching( traces( "TesselTcamFlashDownload" ),
+                                                "Ready to program: 1|Programming TCAMs|DoTcam.*" );
    EXPECT_THAT( lines,
                 ElementsAre( "Ready to program: 1", "Programming TCAMs",
                              "DoTcamFlashProgram unit 0 hitlessStartup: 1 lacpDrainNeeded: 1 "
