@@ -3,9 +3,9 @@
 // packets can hit.
 #pragma once
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -81,13 +81,13 @@ packetHits( ChipModel::Box & box, U32 unit, bcm_field_group_t id ) {
    return box.send( unit, packet ).hitIn( id ).has_value();
 }
 
-// The texts matching `pattern` (a whole-text regex).
+// The texts matching `pattern` (a whole-text extended regex).
 inline std::vector< std::string >
 matching( const std::vector< std::string > & texts, const std::string & pattern ) {
-   std::regex re( pattern );
+   auto matcher = ::testing::MatchesRegex( pattern );
    std::vector< std::string > out;
    for ( const std::string & text : texts ) {
-      if ( std::regex_match( text, re ) ) {
+      if ( ::testing::Matches( matcher )( text ) ) {
          out.push_back( text );
       }
    }
