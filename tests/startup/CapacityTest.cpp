@@ -138,16 +138,6 @@ TEST_P( Capacity, RowsEqualTheFieldControlAndTheProfilesSizes ) {
               row( 0, "VFP", "" ) );
 }
 
-TEST_P( Capacity, RowsFollowTheHardwareOnTheNextUpdate ) {
-   sm->updateCapacityTable();
-   CapacityFigures before = row( 0, "IFP", "" );
-   installIfpEntry( box, 0, 7 );
-   EXPECT_EQ( before, row( 0, "IFP", "" ) ); // published figures, not live ones
-   sm->updateCapacityTable();
-   EXPECT_EQ( before.free - 1, row( 0, "IFP", "" ).free );
-   expectRowsMatchFieldControl( 0 );
-}
-
 TEST_P( Capacity, AFailingQuerySkipsTheUnitAndLeavesItsRows ) {
    sm->updateCapacityTable();
    std::vector< CapacityRow > unit0Before;
@@ -197,21 +187,6 @@ TEST_P( Capacity, AUnitThatLeavesTakesItsRows ) {
 
 INSTANTIATE_TEST_SUITE_P( Profiles, Capacity, ::testing::ValuesIn( profiles() ),
                           []( const auto & info ) { return info.param; } );
-
-TEST( CapacityThx, IfpSlicesAreReportedInHalfRowsAsTheyCome ) {
-   ChipModel::Box box( { "thx" }, checkedOptions( false ) );
-   Kiln::Ptr< CapacityHelperSm > helper = new CapacityHelperSm( "capacity" );
-   Kiln::Ptr< TesselTcamCapacitySm > sm = new TesselTcamCapacitySm( "sm" );
-   sm->scsdIs( startupState( 1 ) );
-   sm->capacityHelperSmIs( helper );
-   sm->initCapacityTableFeatureMaps();
-   sm->updateCapacityTable();
-   EXPECT_EQ( CapacityFigures( 768, 768, 0, 1536 ),
-              helper->capacityEntry( CapacityKey( group, "IFP", 0, "Slice-47" ) ) );
-   EXPECT_FALSE( helper->capacityEntryHas( CapacityKey( group, "IFP", 0, "Slice-48" ) ) );
-   EXPECT_EQ( CapacityFigures( 0, 512, 0, 512 ),
-              helper->capacityEntry( CapacityKey( group, "EFP", 0, "Slice-3" ) ) );
-}
 
 namespace {
 
