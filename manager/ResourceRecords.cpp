@@ -1,8 +1,7 @@
-// Value texts and constructors of the resource records (class ids, range
-// checkers, UDFs) and of the group manager's companions.
+// Value texts and constructors of the resource records (class ids, UDFs)
+// and of the group manager's companions.
 
 #include "manager/ClassIdRecords.h"
-#include "manager/RangeCheckerRecords.h"
 #include "manager/TesselTcamCompanions.h"
 #include "manager/UdfRecords.h"
 #include "platform/kiln/ValueText.h"
@@ -14,23 +13,6 @@ TesselCompressionClassKey::valueText() const {
    return Kiln::ValueText( "Tessel::TesselCompressionClassKey" )
       .field( "classId", classId )
       .field( "unit", unit )
-      .str();
-}
-
-std::string
-RangeCheckerDesc::valueText() const {
-   return Kiln::ValueText( "Tessel::RangeCheckerDesc" )
-      .field( "low", low )
-      .field( "high", high )
-      .field( "rangeFlags", rangeFlags )
-      .str();
-}
-
-std::string
-UnitRangeInfoKey::valueText() const {
-   return Kiln::ValueText( "Tessel::UnitRangeInfoKey" )
-      .field( "unit", unit )
-      .field( "baseRangeId", baseRangeId )
       .str();
 }
 
