@@ -212,6 +212,43 @@ TEST_P( EntryAllocationTest, AChunkThatDoesNotFitGetsNothing ) {
 INSTANTIATE_TEST_SUITE_P( Profiles, EntryAllocationTest, testing::ValuesIn( allProfiles() ),
                           profileName );
 
+// The platform decides whether the egress cos mapper (group 69) reserves
+// its range when the unit arrives; the three chip families reserve the VFI
+// exception ranges (group 79) without PDP mode whatever the platform says.
+TEST( EarlyReservationAtSetUp, FollowsThePlatformAndTheChip ) {
+   for ( bool early : { false, true } ) {
+      EntryBox m{ { "single", "trident3" }, false };
+      Kiln::Ptr< Agent::PlatformState > platform = new Agent::PlatformState( "platform" );
+      platform->earlyReservationIs( early );
+      m.manager->platformStateIs( platform );
+      m.manager->modChipInfoIs( 1, chipInfoFromShim( 1, { 0 } ) );
+      m.manager->modChipInfoIs( 2, chipInfoFromShim( 2, { 1 } ) );
+      EXPECT_EQ( early, m.manager->groupExists( 0, EFP_GROUP_VLAN_PRI_ ) );
+      EXPECT_EQ( early ? 8u : 0u,
+                 m.manager->entryManager( efpVlanPriTcamGroup_ )->entriesAllocated( 0 ) );
+      EXPECT_EQ( early, m.manager->groupExists( 0, VFP_GROUP_IP_VFI_EXCEPTION_ ) );
+      EXPECT_TRUE( m.manager->groupExists( 1, VFP_GROUP_IP_VFI_EXCEPTION_ ) );
+      EXPECT_EQ( 16u, m.manager->entryManager( vfpVfiExceptionTcamGroup_ )->entriesAllocated( 1 ) +
+                         m.manager->entryManager( vfpVfiPdpL2CtrlTcamGroup_ )->entriesAllocated( 1 ) );
+   }
+}
+
+// A range that was not reserved early is reserved by its first request and
+// kept after the last release.
+TEST( EarlyReservationAtSetUp, ALateRangeIsReservedOnFirstUseAndKept ) {
+   EntryBox m{ { "single" } };
+   ChipModel::ObjectCounts before = m.box.counts( 0 );
+   auto cos = m.manager->entryManager( efpVlanPriTcamGroup_ );
+   ASSERT_FALSE( m.manager->groupExists( 0, EFP_GROUP_VLAN_PRI_ ) );
+   U32 first = cos->baseEntry();
+   ASSERT_EQ( first, cos->getEntry( 0, first, "cos" ) );
+   EXPECT_EQ( before.entries + 8, m.box.counts( 0 ).entries );
+   cos->releaseEntry( 0, first );
+   EXPECT_TRUE( m.manager->groupExists( 0, EFP_GROUP_VLAN_PRI_ ) );
+   EXPECT_EQ( before.entries + 8, m.box.counts( 0 ).entries );
+   EXPECT_EQ( before.stats, m.box.counts( 0 ).stats );
+}
+
 // A chunk that holds its range never asks the hardware again.
 TEST( ChunkAvailability, CountsDownFromTheRangeWithoutTheHardware ) {
    EntryBox m{ { "trident3" } };

@@ -68,6 +68,11 @@ TEST( ShimChipQueries, EachProfileAnswersItsOwnCapabilities ) {
    EXPECT_EQ( 32u, shim.udfMaxLength( 0 ) );
    EXPECT_TRUE( shim.entryManagerFamilyCheckTrident3( 1 ) );
    EXPECT_FALSE( shim.entryManagerFamilyCheckTh3( 2 ) );
+   // Only the Classic chip shows untagged packets with outer VLAN 0.
+   EXPECT_EQ( ( std::vector< bool >{ true, false, false, false, false } ),
+              ( std::vector< bool >{ shim.untaggedOuterVlanZero( 0 ), shim.untaggedOuterVlanZero( 1 ),
+                                     shim.untaggedOuterVlanZero( 2 ), shim.untaggedOuterVlanZero( 3 ),
+                                     shim.untaggedOuterVlanZero( 4 ) } ) );
 }
 
 TEST( ShimNames, TablesFollowTheSdkNumbering ) {
