@@ -79,8 +79,7 @@ void
 TesselTcamEntryManager::addMulticastDummy( U32 unit ) {
    UnitEntriesCreated & record = unitRecord( unit );
    record.entryCreatedIs( anyEntry, "placeholder" ); // the group is held: no nested setup
-   U32 entry = getEntryBase( unit, anyEntry, "IP Multicast DUMMY Entry",
-                             StatTypes::packetsAndBytes() );
+   U32 entry = getEntryBase( unit, anyEntry, "IP Multicast DUMMY Entry", defaultStatTypes() );
    record.entryCreatedDel( anyEntry );
    if ( !entry ) {
       TRACE0( "Unit: " << unit << " group " << group() << " no room for the multicast entry" );
@@ -129,25 +128,27 @@ TesselTcamEntryManager::getEntryBase( U32 unit, U32 entry, const Kiln::String & 
    } else if ( strategy() != tcamAllocateUnbounded_ && record.entryCreatedHas( entry ) ) {
       return 0;
    }
-   EntryLayout layout = record.layout();
-   std::vector< U32 > made;
+   // The layout stays while the manager holds the group; the record is held.
+   Kiln::Ptr< UnitEntriesCreated > held = internalUnitEntry( unit );
+   const EntryLayout & layout = held->layout();
+   U32 made = 0; // copies, pipe-major
    for ( U32 pipe = 0; pipe < layout.pipes; ++pipe ) {
-      for ( U32 copy = 0; copy < layout.copies; ++copy ) {
+      for ( U32 copy = 0; copy < layout.copies; ++copy, ++made ) {
          int rc = createCopy( unit, pipe, copy, entry, desc );
          if ( rc < 0 ) {
             KILN_ASSERT_MSG( !copyFailureIsFatal( layout, pipe, copy ),
                              "Failed to create per pipe entries" );
-            undoCopies( unit, made );
+            undoCopies( unit, entry, made );
             setExhausted( unit, true, false );
             releaseGroupIfUnused( unit, true );
             releaseMulticastDummyIfAlone( unit );
             return 0;
          }
-         made.push_back( getPipeEntryId( unit, pipe, entry, copy ) );
       }
    }
-   for ( U32 i = 0; i < made.size(); ++i ) {
-      recordCopy( unit, entry, made[ i ], layout.pipeGroupIds[ i ], desc, statTypes );
+   for ( U32 i = 0; i < made; ++i ) {
+      U32 tcamEntryId = getPipeEntryId( unit, i / layout.copies, entry, i % layout.copies );
+      recordCopy( unit, entry, tcamEntryId, layout.pipeGroupIds[ i ], desc, statTypes );
    }
    setExhausted( unit, false, false );
    U32 entryId = entry;
@@ -207,14 +208,15 @@ TesselTcamEntryManager::copyFailureIsFatal( const EntryLayout & layout, U32 pipe
    return pipe > 0 && layout.pipeGroupId( pipe, copy ) != layout.pipeGroupId( 0, 0 );
 }
 
+// Destroys the first `made` copies of the entry, pipe-major.
 void
-TesselTcamEntryManager::undoCopies( U32 unit, const std::vector< U32 > & made ) {
+TesselTcamEntryManager::undoCopies( U32 unit, U32 entry, U32 made ) {
    if ( rangeStrategy( strategy() ) ) {
       return;
    }
    const EntryLayout & layout = unitRecord( unit ).layout();
-   for ( U32 i = 0; i < made.size(); ++i ) {
-      U32 entryId = made[ i ];
+   for ( U32 i = 0; i < made; ++i ) {
+      U32 entryId = getPipeEntryId( unit, i / layout.copies, entry, i % layout.copies );
       SDK_CALL_UNIT( unit, bcm_field_entry_destroy( unit, entryId ) );
       FASTLOG( "fp entry destroy ", unit, entryId );
       countCopy( unit, layout.pipeGroupIds[ i ], -1 );

@@ -18,7 +18,10 @@ namespace Tessel {
 int
 TesselTcamEntryManager::installEntry( U32 unit, U32 entry ) {
    TRACE8( "installEntry unit " << unit << " entry " << entry );
-   const EntryLayout layout = unitRecord( unit ).layout();
+   // The layout stays while the unit holds entries; the record is held.
+   Kiln::Ptr< UnitEntriesCreated > record = internalUnitEntry( unit );
+   KILN_ASSERT_MSG( record, "unit not set up for the entry manager" );
+   const EntryLayout & layout = record->layout();
    int result = 0;
    for ( U32 pipe = 0; pipe < layout.pipes; ++pipe ) {
       for ( U32 copy = 0; copy < layout.copies; ++copy ) {
@@ -30,7 +33,7 @@ TesselTcamEntryManager::installEntry( U32 unit, U32 entry ) {
          result = result < 0 ? result : rc;
       }
    }
-   if ( unitRecord( unit ).loopbackPortRedirectActionHas( entry ) ) {
+   if ( record->loopbackPortRedirectActionHas( entry ) ) {
       int rc = installLoopbackRedirect( unit, entry );
       result = result < 0 ? result : rc;
    }
@@ -49,7 +52,8 @@ TesselTcamEntryManager::reinstallEntry( U32 unit, U32 entry ) {
 // other errors are returned and the install goes on.
 int
 TesselTcamEntryManager::installCopy( U32 unit, U32 entry, U32 pipe, U32 copy, bool & copied ) {
-   const EntryLayout & layout = unitRecord( unit ).layout();
+   UnitEntriesCreated & record = unitRecord( unit );
+   const EntryLayout & layout = record.layout();
    U32 tcamEntryId = getPipeEntryId( unit, pipe, entry, copy );
    bool twin = layout.ovidTwins && pipe == 1;
    int rc = 0;
@@ -63,14 +67,16 @@ TesselTcamEntryManager::installCopy( U32 unit, U32 entry, U32 pipe, U32 copy, bo
       copied = false;
       return rc;
    }
-   int result = twin ? 0 : qualifyInPorts( unit, entry, tcamEntryId );
-   rc = qualifyRangeCheckers( unit, entry, tcamEntryId, pipe );
+   // Copies sharing a pipe's packets each take their share of its ports.
+   bool ports = !twin && ( layout.copies > 1 || record.tcamEntryBcmPbmpHas( entry ) );
+   int result = ports ? qualifyInPorts( unit, entry, tcamEntryId ) : 0;
+   rc = layout.rangeModule ? qualifyRangeCheckers( unit, entry, tcamEntryId, pipe ) : 0;
    result = result < 0 ? result : rc;
    rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_install( unit, tcamEntryId ), INSTALL_ERROR );
    result = result < 0 ? result : rc;
    if ( rc >= 0 ) {
       TRACE7( " Entry installed: " << entry << " pipe " << pipe << " copy " << copy );
-      clearCopyEvictions( unit, tcamEntryId );
+      clearCopyEvictions( unit, record, tcamEntryId );
    }
    return result;
 }
@@ -78,10 +84,6 @@ TesselTcamEntryManager::installCopy( U32 unit, U32 entry, U32 pipe, U32 copy, bo
 int
 TesselTcamEntryManager::qualifyInPorts( U32 unit, U32 entry, U32 tcamEntryId ) {
    Kiln::Ptr< UnitEntriesCreated > entries = internalUnitEntry( unit );
-   // Copies sharing a pipe's packets each take their share of its ports.
-   if ( !entries->tcamEntryBcmPbmpHas( entry ) && entries->layout().copies == 1 ) {
-      return 0;
-   }
    Kiln::Ptr< TcamEntryBcmPbmp > record = addTcamEntryToBcmPbmp( unit, entry );
    bool split = entries->layout().copies > 1;
    if ( record->inPort() < 0 ) {
@@ -104,11 +106,12 @@ TesselTcamEntryManager::qualifyInPorts( U32 unit, U32 entry, U32 tcamEntryId ) {
       INSTALL_ERROR );
 }
 
-// Range ids differ per pipe: each copy checks its own pipe's ranges.
+// Range ids differ per pipe (range-module chips): each copy checks its own
+// pipe's ranges.
 int
 TesselTcamEntryManager::qualifyRangeCheckers( U32 unit, U32 entry, U32 tcamEntryId, U32 pipe ) {
    TesselTcamGroupManager * manager = groupManager();
-   if ( !unitRecord( unit ).layout().rangeModule || !manager->entryRangeCheckIdHas( entry ) ) {
+   if ( !manager->entryRangeCheckIdHas( entry ) ) {
       return 0;
    }
    int result = 0;
@@ -168,13 +171,10 @@ TesselTcamEntryManager::dropInstallRecords( U32 unit, U32 entry ) {
 }
 
 void
-TesselTcamEntryManager::clearCopyEvictions( U32 unit, U32 tcamEntryId ) {
-   const UnitEntriesCreated & record = unitRecord( unit );
-   if ( !record.entryStatsHas( tcamEntryId ) ) {
-      return;
-   }
-   int stat = record.entryStats( tcamEntryId );
-   if ( !SdkShim->ob_field_stat_id_invalid( stat ) ) {
+TesselTcamEntryManager::clearCopyEvictions( U32 unit, const UnitEntriesCreated & record,
+                                            U32 tcamEntryId ) {
+   int stat = record.entryStats( tcamEntryId ); // 0: none
+   if ( stat && !SdkShim->ob_field_stat_id_invalid( stat ) ) {
       groupManager()->clearEvictionCounter( unit, stat, true, true );
    }
 }

@@ -22,6 +22,14 @@ StatTypes::packetsAndBytes() {
    return types;
 }
 
+// Every entry of a getEntry without its own list counts packets and bytes:
+// one list serves them all. Activity thread only, like every entity.
+const Kiln::Ptr< StatTypes > &
+defaultStatTypes() {
+   static const Kiln::Ptr< StatTypes > types = StatTypes::packetsAndBytes();
+   return types;
+}
+
 void
 TesselTcamEntryManager::installStats( U32 unit, U32 entry, U32 tcamEntryId,
                                       const Kiln::Ptr< StatTypes > & statTypes ) {
@@ -43,11 +51,8 @@ TesselTcamEntryManager::installStats( U32 unit, U32 entry, U32 tcamEntryId,
    if ( rc < 0 ) {
       return;
    }
-   for ( int index = 0; index < statIdx; ++index ) {
-      FASTLOG( "fp stat create group=", groupId, " StatType: ",
-               FastLog::dec( U32( statTypesList[ index ] ) ), " index: ", FastLog::dec( U32( index ) ),
-               " statId=", statsId );
-   }
+   FASTLOG( "fp stat create group=", groupId, " statId=", statsId, " StatType: ",
+            FastLog::dec( U32( statTypesList[ 0 ] ) ), " types: ", FastLog::dec( U32( statIdx ) ) );
    rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_stat_attach( unit, entryId, statsId ),
                             " GroupId: " << groupId << " entryId: " << entryId
                                          << " statId: " << statsId );

@@ -42,4 +42,8 @@ class TESSEL_EXPORT StatTypes : public Kiln::Entity {
    Kiln::OrderedCollection< U32, U32 > type_;
 };
 
+// The packets-and-bytes list getEntry gives entries, made once; not to be
+// changed.
+const Kiln::Ptr< StatTypes > & defaultStatTypes();
+
 } // namespace Tessel

@@ -154,6 +154,8 @@ TesselTcamEntryManager::compressEntries( U32 unit ) {
    }
 }
 
+// Exhaustion reaches managers of other groups only with freed space, so
+// without it only the group's own managers are visited.
 void
 TesselTcamEntryManager::setExhausted( U32 unit, bool exhausted, bool freed ) {
    exhaustedIs( unit, exhausted );
@@ -161,14 +163,28 @@ TesselTcamEntryManager::setExhausted( U32 unit, bool exhausted, bool freed ) {
    if ( !manager ) {
       return;
    }
-   for ( const auto & [ assignment, other ] : manager->entryManagerCollection() ) {
-      other->setExhaustedForManager( unit, exhausted, group(), freed );
-   }
-   for ( const auto & [ assignment, other ] : manager->unboundedEntryManagerCollection() ) {
-      other->setExhaustedForManager( unit, exhausted, group(), freed );
-   }
    if ( freed ) {
+      for ( const auto & [ assignment, other ] : manager->entryManagerCollection() ) {
+         other->setExhaustedForManager( unit, exhausted, group(), freed );
+      }
+      for ( const auto & [ assignment, other ] : manager->unboundedEntryManagerCollection() ) {
+         other->setExhaustedForManager( unit, exhausted, group(), freed );
+      }
       manager->sliceFreedIs( unit );
+      return;
+   }
+   const auto & sameGroup = manager->entryManagersOfGroup( group() );
+   bool changes = false;
+   for ( const Kiln::Ptr< TesselTcamEntryManager > & other : sameGroup ) {
+      changes = changes || !other->exhaustedHas( unit ) || other->exhausted( unit ) != exhausted;
+   }
+   if ( !changes ) {
+      return;
+   }
+   // A copy: observers told of a change may change the managers.
+   std::vector< Kiln::Ptr< TesselTcamEntryManager > > managers = sameGroup;
+   for ( const Kiln::Ptr< TesselTcamEntryManager > & other : managers ) {
+      other->setExhaustedForManager( unit, exhausted, group(), freed );
    }
 }
 
@@ -203,7 +219,7 @@ U32
 TesselBoundedTcamEntryManager::getEntry( U32 unit, U32 entry, const Kiln::String & desc ) {
    TRACE8( "getEntry unit " << unit << " entry " << entry << " desc: " << desc );
    KILN_ASSERT( entry >= baseEntry() && entry < endEntry() );
-   return getEntryWithStats( unit, entry, desc, StatTypes::packetsAndBytes() );
+   return getEntryWithStats( unit, entry, desc, defaultStatTypes() );
 }
 
 U32
@@ -221,7 +237,7 @@ TesselUnboundedTcamEntryManager::~TesselUnboundedTcamEntryManager() = default;
 
 U32
 TesselUnboundedTcamEntryManager::getEntry( U32 unit, const Kiln::String & desc ) {
-   return getEntryBase( unit, anyEntry, desc, StatTypes::packetsAndBytes() );
+   return getEntryBase( unit, anyEntry, desc, defaultStatTypes() );
 }
 
 U32

@@ -292,7 +292,7 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    bool prepareUnit( U32 unit );
    int createCopy( U32 unit, U32 pipe, U32 copy, U32 & entry, const Kiln::String & desc );
    void countCopy( U32 unit, U32 pipeGroupId, S32 delta );
-   void undoCopies( U32 unit, const std::vector< U32 > & made );
+   void undoCopies( U32 unit, U32 entry, U32 made );
    bool copyFailureIsFatal( const EntryLayout & layout, U32 pipe, U32 copy ) const;
    void recordCopy( U32 unit, U32 entry, U32 tcamEntryId, U32 pipeGroupId,
                     const Kiln::String & desc, const Kiln::Ptr< StatTypes > & statTypes );
@@ -308,7 +308,7 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    int qualifyRangeCheckers( U32 unit, U32 entry, U32 tcamEntryId, U32 pipe );
    int installLoopbackRedirect( U32 unit, U32 entry );
    void dropInstallRecords( U32 unit, U32 entry );
-   void clearCopyEvictions( U32 unit, U32 tcamEntryId );
+   void clearCopyEvictions( U32 unit, const UnitEntriesCreated & record, U32 tcamEntryId );
    // EntryRelease.cpp
    void releaseCopy( U32 unit, U32 tcamEntryId, U32 pipeGroupId, bool & freed );
    void scrubCopy( U32 unit, U32 entryId );

@@ -204,6 +204,10 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
                             U32 baseEntry, U32 endEntry, TcamAllocationStrategy strategy );
    void unboundedEntryManagerDel( TcamGroupAssignment groupAssignment );
    void unboundedEntryManagerDelAll();
+   // The entry managers of the hardware group, bounded ones first. Valid
+   // until the entry managers change.
+   const std::vector< Kiln::Ptr< TesselTcamEntryManager > > &
+   entryManagersOfGroup( U32 group ) const;
    // The entry manager that owns the entry; aborts with "EntryMgr not found".
    Kiln::Ptr< TesselTcamEntryManager > tcamEntryMgr( U32 entryId ) const;
    // Entries held, over all units, by the entry manager of reservation row
@@ -1227,6 +1231,8 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    Kiln::Ptr< Agent::PlatformState > platformState_;
    std::unique_ptr< PlatformStateReactor > platformStateReactor_;
    std::map< U32, Shim::PortConfig > portConfigs_; // by unit
+   mutable std::map< U32, std::vector< Kiln::Ptr< TesselTcamEntryManager > > > managersByGroup_;
+   mutable bool managersByGroupStale_ = true;
    Kiln::Attribute< bool > paclSliceSharingSupported_;
    Kiln::Attribute< bool > mirrorAclSliceSharingSupported_;
    Kiln::Attribute< bool > qosAclSliceSharingSupported_;
