@@ -387,9 +387,20 @@ UdfTable::packetFormatCount() const {
    return static_cast< U32 >( formats_.size() ) + dataFormatsUsed();
 }
 
+const bcm_udf_chunk_info_t *
+UdfTable::chunkOn( bcm_udf_abstract_pkt_format_t apf, U32 chunkBmap ) const {
+   for ( const auto & [ id, c ] : chunks_ ) {
+      if ( c.abstract_pkt_format == apf && c.chunk_bmap == chunkBmap ) {
+         return &c;
+      }
+   }
+   return nullptr;
+}
+
 U32
 UdfTable::keyBytes( const bcm_field_qset_t & qset ) const {
    U32 bytes = 0;
+   U32 chunksInKey = 0; // chunk ids of several formats share their chunks
    for ( int id = 0; id < BCM_FIELD_USER_NUM_UDFS; ++id ) {
       if ( BCM_FIELD_BITSET_TEST( qset.udf_map, id ) && data( id ) ) {
          bytes += static_cast< U32 >( data( id )->spec.byte_length );
@@ -398,11 +409,12 @@ UdfTable::keyBytes( const bcm_field_qset_t & qset ) const {
          if ( const UdfObject * u = udf( id ) ) {
             bytes += u->spec.bit_width / 8;
          } else if ( const bcm_udf_chunk_info_t * c = chunk( id ) ) {
-            bytes += c->chunk_width;
+            chunksInKey |= c->chunk_bmap;
          }
       }
    }
-   return bytes;
+   return bytes + static_cast< U32 >( __builtin_popcount( chunksInKey ) ) *
+                     profile_->flexChunkBytes;
 }
 
 // --- extraction ------------------------------------------------------------
@@ -439,10 +451,13 @@ UdfTable::extractData( int id, const PacketLayout & p ) const {
 std::optional< std::vector< U8 > >
 UdfTable::extractUdf( bcm_udf_id_t id, const PacketLayout & p ) const {
    if ( const bcm_udf_chunk_info_t * c = chunk( id ) ) {
-      if ( c->abstract_pkt_format != p.abstractFormat ) {
+      // The key holds the chunks, not the format: the chunks of the id's
+      // bitmap carry what the packet's own format programs them with.
+      const bcm_udf_chunk_info_t * programmed = chunkOn( p.abstractFormat, c->chunk_bmap );
+      if ( !programmed ) {
          return std::nullopt;
       }
-      return bytesAt( p, p.l3Offset + c->chunk_offset, c->chunk_width );
+      return bytesAt( p, p.l3Offset + programmed->chunk_offset, programmed->chunk_width );
    }
    const UdfObject * u = udf( id );
    if ( !u ) {
