@@ -51,7 +51,7 @@ dataBase( bcm_field_data_offset_base_t base, const PacketLayout & p ) {
    case bcmFieldDataOffsetBasePacketStart:
       return 0;
    case bcmFieldDataOffsetBaseOuterL3Header:
-      return p.ipv4 || p.ipv6 ? std::optional< U32 >( p.l3Offset ) : std::nullopt;
+      return p.l3Offset; // right after the L2 header, whatever follows it
    case bcmFieldDataOffsetBaseOuterL4Header:
       return p.l4Offset;
    default:
