@@ -23,7 +23,6 @@ constexpr U32 sdkIdLimit = 1u << pipeShift; // the SDK picks ids below this
 // pipes must not reach the caller's buffer.
 Shim::PolicerConfig
 configOf( const Kiln::BytePtr & policerConfig ) {
-   KILN_ASSERT_MSG( policerConfig, "Invalid parameter, policer config is empty" );
    KILN_ASSERT_MSG( policerConfig.size() >= sizeof( bcm_policer_config_t ),
                     "policer config shorter than bcm_policer_config_t" );
    Shim::PolicerConfig config;
@@ -44,6 +43,7 @@ TesselTcamGroupManager::getPipePolicerId( U32 unit, U32 pipe, U32 basePolicerId 
 U32
 TesselTcamGroupManager::createPolicer( U32 unit, const Kiln::BytePtr & policerConfig ) const {
    TRACE8( __PRETTY_FUNCTION__ );
+   KILN_ASSERT_MSG( policerConfig, "Invalid parameter, policer config is empty" );
    Shim::PolicerConfig config = configOf( policerConfig );
    bcm_policer_config_t * polCfg = &config;
    U32 numPipe = getNumPipe( unit );
@@ -66,6 +66,7 @@ void
 TesselTcamGroupManager::setPolicer( U32 unit, U32 policerId,
                                     const Kiln::BytePtr & policerConfig ) const {
    TRACE8( __PRETTY_FUNCTION__ );
+   KILN_ASSERT_MSG( policerConfig, "Invalid parameter, policer config is empty" );
    Shim::PolicerConfig config = configOf( policerConfig );
    bcm_policer_config_t * policerCfg = &config;
    U32 basePolicerId = policerId;
