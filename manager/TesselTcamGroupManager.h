@@ -949,6 +949,10 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    pktFmtIdToUdfIdDelAll() {
       collectionDelAll( pktFmtIdToUdfId_, &NotifieeConst::onPktFmtIdToUdfId );
    }
+   const Kiln::OrderedCollection< PktFmtId, UdfIdList > &
+   pktFmtIdToUdfIdCollection() const {
+      return pktFmtIdToUdfId_;
+   }
    U32 openFlowUdfIpProto( U32 k ) const { return openFlowUdfIpProto_.get( k ); }
    bool openFlowUdfIpProtoHas( U32 k ) const { return openFlowUdfIpProto_.has( k ); }
    void

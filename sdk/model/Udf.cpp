@@ -1,7 +1,6 @@
 #include "sdk/model/Udf.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "sdk/api/error.h"
 #include "sdk/api/port.h"
@@ -12,9 +11,17 @@ namespace {
 
 constexpr int dataOffsetMax = 127;
 
+// Field by field: the structures have padding, which copies need not keep.
 bool
-sameBytes( const void * a, const void * b, std::size_t size ) {
-   return std::memcmp( a, b, size ) == 0;
+sameFormat( const bcm_field_data_packet_format_t & a, const bcm_field_data_packet_format_t & b ) {
+   return a.relative_offset == b.relative_offset && a.l2 == b.l2 && a.vlan_tag == b.vlan_tag &&
+          a.outer_ip == b.outer_ip && a.inner_ip == b.inner_ip && a.tunnel == b.tunnel;
+}
+
+bool
+sameFormat( const bcm_field_data_ethertype_t & a, const bcm_field_data_ethertype_t & b ) {
+   return a.relative_offset == b.relative_offset && a.ethertype == b.ethertype &&
+          a.l2 == b.l2 && a.vlan_tag == b.vlan_tag;
 }
 
 // A selector field of a packet format: ANY, or the packet's alternative bit set.
@@ -132,7 +139,7 @@ UdfTable::dataFormatAdd( int id, const bcm_field_data_packet_format_t & format )
    }
    auto & formats = it->second.formats;
    if ( std::any_of( formats.begin(), formats.end(), [ & ]( const auto & f ) {
-           return sameBytes( &f, &format, sizeof( f ) );
+           return sameFormat( f, format );
         } ) ) {
       return BCM_E_EXISTS;
    }
@@ -151,7 +158,7 @@ UdfTable::dataFormatDelete( int id, const bcm_field_data_packet_format_t & forma
    }
    auto & formats = it->second.formats;
    auto found = std::find_if( formats.begin(), formats.end(), [ & ]( const auto & f ) {
-      return sameBytes( &f, &format, sizeof( f ) );
+      return sameFormat( f, format );
    } );
    if ( found == formats.end() ) {
       return BCM_E_NOT_FOUND;
@@ -168,7 +175,7 @@ UdfTable::dataEthertypeAdd( int id, const bcm_field_data_ethertype_t & etype ) {
    }
    auto & etypes = it->second.ethertypes;
    if ( std::any_of( etypes.begin(), etypes.end(), [ & ]( const auto & e ) {
-           return sameBytes( &e, &etype, sizeof( e ) );
+           return sameFormat( e, etype );
         } ) ) {
       return BCM_E_EXISTS;
    }
@@ -187,7 +194,7 @@ UdfTable::dataEthertypeDelete( int id, const bcm_field_data_ethertype_t & etype 
    }
    auto & etypes = it->second.ethertypes;
    auto found = std::find_if( etypes.begin(), etypes.end(), [ & ]( const auto & e ) {
-      return sameBytes( &e, &etype, sizeof( e ) );
+      return sameFormat( e, etype );
    } );
    if ( found == etypes.end() ) {
       return BCM_E_NOT_FOUND;
