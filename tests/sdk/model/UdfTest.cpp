@@ -334,3 +334,30 @@ TEST( FlexParser, AChunkIdStandsForItsChunksOnEveryFormat ) {
    sctp.payload = { 0xbe, 0xef };
    EXPECT_FALSE( box.send( 0, sctp ).dropped );
 }
+
+TEST( DataQualifiers, TheOuterL3BaseOfANonIpPacketFollowsItsL2Header ) {
+   Box box( { "single" }, committed() );
+   Shim::DataQualifier qual;
+   qual.offset_base = bcmFieldDataOffsetBaseOuterL3Header;
+   qual.length_is( 2 );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_create( 0, &qual ) );
+   Shim::DataEthertype etype;
+   etype.ethertype = 0x88b5;
+   ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_ethertype_add( 0, qual.qual_id, &etype ) );
+   bcm_field_group_config_t config =
+      groupConfig( box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyEtherType } ), 1 );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qset_data_qualifier_add( 0, &config.qset, qual.qual_id ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
+   const uint8_t data[] = { 0xca, 0xfe };
+   const uint8_t mask[] = { 0xff, 0xff };
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_data( 0, 10, qual.qual_id, data, mask, 2 ) );
+   installMatching( 10 );
+   Packet raw = Packet::ethernet( portIn( box.unit( 0 ).profile(), 0 ), 0x88b5 );
+   raw.payload = { 0xca, 0xfe };
+   EXPECT_TRUE( box.send( 0, raw ).dropped );
+   raw.vlan = 10; // the tag moves the L3 start, and the bytes with it
+   EXPECT_TRUE( box.send( 0, raw ).dropped );
+   raw.payload = { 0xca, 0xff };
+   EXPECT_FALSE( box.send( 0, raw ).dropped );
+}
