@@ -26,7 +26,9 @@ TesselClassEntry::binds( const Ip6AddrWithFullMask & addr ) const {
 std::string
 TesselClassEntry::valueText() const {
    Kiln::ValueText text( "Tessel::TesselClassEntry" );
-   text.field( "key", key_ ).field( "addressFamily", U32( addressFamily_ ) ).field( "entry", entry_ );
+   text.field( "key", key_ )
+      .field( "addressFamily", U32( addressFamily_ ) )
+      .field( "entry", entry_ );
    if ( addressFamily_ == Wiretype::ipv6 ) {
       text.field( "address", ip6Addr_ );
    } else {

@@ -205,8 +205,9 @@ TesselTcamGroupManager::allocateSrcIpClassId( U32 unit, const IpAddrWithFullMask
                                               U8 classId ) {
    TRACE8( __PRETTY_FUNCTION__ );
    TesselCompressionClassKey key{ classId, unit };
-   if ( Kiln::Ptr< TesselClassEntry > bound = srcIpClassId( key ); bound && bound->binds( srcIp ) ) {
-      return true;
+   Kiln::Ptr< TesselClassEntry > bound = srcIpClassId( key );
+   if ( bound && bound->binds( srcIp ) ) {
+      return true; // the address kinds trace only their SDK calls
    }
    bcm_field_entry_t entry = 0;
    SDK_CALL_CHECKED( bcm_field_entry_create( unit, COMPRESS_GROUP_SRC_IP_, &entry ) );
@@ -224,8 +225,9 @@ TesselTcamGroupManager::allocateDstIpClassId( U32 unit, const IpAddrWithFullMask
                                               const U64 & classId ) {
    TRACE8( __PRETTY_FUNCTION__ );
    TesselCompressionClassKey key{ classId, unit };
-   if ( Kiln::Ptr< TesselClassEntry > bound = dstIpClassId( key ); bound && bound->binds( dstIp ) ) {
-      return true;
+   Kiln::Ptr< TesselClassEntry > bound = dstIpClassId( key );
+   if ( bound && bound->binds( dstIp ) ) {
+      return true; // the address kinds trace only their SDK calls
    }
    bcm_field_entry_t entry = 0;
    SDK_CALL_CHECKED( bcm_field_entry_create( unit, COMPRESS_GROUP_DST_IP_, &entry ) );
@@ -243,8 +245,9 @@ TesselTcamGroupManager::allocateDstIp6ClassId( U32 unit, const Ip6AddrWithFullMa
                                                const U64 & classId ) {
    TRACE8( __PRETTY_FUNCTION__ );
    TesselCompressionClassKey key{ classId, unit };
-   if ( Kiln::Ptr< TesselClassEntry > bound = dstIpClassId( key ); bound && bound->binds( dstIp6 ) ) {
-      return true;
+   Kiln::Ptr< TesselClassEntry > bound = dstIpClassId( key );
+   if ( bound && bound->binds( dstIp6 ) ) {
+      return true; // the address kinds trace only their SDK calls
    }
    bcm_field_entry_t entry = 0;
    SDK_CALL_CHECKED( bcm_field_entry_create( unit, COMPRESS_GROUP_DST_IP_, &entry ) );

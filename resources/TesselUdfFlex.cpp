@@ -61,12 +61,14 @@ formatsOf( const TesselTcamGroupManager::UdfRequest & request ) {
    }
    bool v6 = request.aclType == Acl::ipv6_;
    std::pair< U32, int > byProtocol[] = {
-      { 6, v6 ? shim.AR_bcmUdfAbstractPktFormatIpv6Tcp() : shim.AR_bcmUdfAbstractPktFormatIpv4Tcp() },
-      { 17, v6 ? shim.AR_bcmUdfAbstractPktFormatIpv6Udp() : shim.AR_bcmUdfAbstractPktFormatIpv4Udp() },
-      { 132,
-        v6 ? shim.AR_bcmUdfAbstractPktFormatIpv6Sctp() : shim.AR_bcmUdfAbstractPktFormatIpv4Sctp() },
-      { v6 ? 58u : 1u,
-        v6 ? shim.AR_bcmUdfAbstractPktFormatIpv6Icmp() : shim.AR_bcmUdfAbstractPktFormatIpv4Icmp() },
+      { 6, v6 ? shim.AR_bcmUdfAbstractPktFormatIpv6Tcp()
+              : shim.AR_bcmUdfAbstractPktFormatIpv4Tcp() },
+      { 17, v6 ? shim.AR_bcmUdfAbstractPktFormatIpv6Udp()
+               : shim.AR_bcmUdfAbstractPktFormatIpv4Udp() },
+      { 132, v6 ? shim.AR_bcmUdfAbstractPktFormatIpv6Sctp()
+                : shim.AR_bcmUdfAbstractPktFormatIpv4Sctp() },
+      { v6 ? 58u : 1u, v6 ? shim.AR_bcmUdfAbstractPktFormatIpv6Icmp()
+                          : shim.AR_bcmUdfAbstractPktFormatIpv4Icmp() },
    };
    std::vector< int > formats;
    for ( const auto & [ protocol, apf ] : byProtocol ) {

@@ -219,7 +219,8 @@ TEST( FlexParserTest, AChunkRefusedOnOneFormatUndoesTheOthers ) {
    QualIdList udp = u.m.manager->createGroupOpenFlowAclUdf( 0, IFP_GROUP_OPENFLOW_UDF_, 17,
                                                             UdfBaseL3HeaderEnd, 8, 2 );
    ASSERT_EQ( 1u, udp.size() );
-   EXPECT_EQ( bcmUdfAbstractPktFormatIpv4Udp, u.udf().chunk( int( *udp.begin() ) )->abstract_pkt_format );
+   EXPECT_EQ( bcmUdfAbstractPktFormatIpv4Udp,
+              u.udf().chunk( int( *udp.begin() ) )->abstract_pkt_format );
 }
 
 // --- assertions ------------------------------------------------------------------
@@ -277,7 +278,8 @@ TEST( UdfDeathTest, AFieldChangedInHardwareAborts ) {
                            bcm_udf_destroy( 0, udfId ) +
                            bcm_udf_create( 0, nullptr, &other, &udfId );
                  } ) );
-      EXPECT_DEATH( release( u, 4, 2 ), "Assertion 'udf.width\\(\\) == \\( length \\* 8 \\)' failed" );
+      EXPECT_DEATH( release( u, 4, 2 ),
+                    "Assertion 'udf.width\\(\\) == \\( length \\* 8 \\)' failed" );
    }
 }
 

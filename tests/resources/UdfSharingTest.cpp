@@ -10,6 +10,12 @@
 namespace ResourceTest {
 namespace {
 
+// An IPv4 field at an offset from the L3 header's start.
+QualIdList
+atL3( const Kiln::Ptr< TesselTcamEntryManager > & manager, U8 offset, U8 length ) {
+   return manager->getAclUdf( 0, Acl::ipv4_, noEthType, UdfBaseL3HeaderStart, offset, length );
+}
+
 class UdfTest : public testing::TestWithParam< ProfileFacts > {
  protected:
    std::string profile() const { return GetParam().name; }
@@ -142,10 +148,10 @@ TEST_P( UdfTest, AFieldBeyondTheGroupsWidthIsRefusedWithNothingProgrammed ) {
    FastLog::TraceCapture trace( "TesselTcam", FastLog::TraceLevels::only( 5 ) );
    u.first->maxUdfLengthIs( 4 );
    EXPECT_EQ( 4u, u.first->groupUdfWidthLimit( 0 ) );
-   ASSERT_FALSE( u.first->getAclUdf( 0, Acl::ipv4_, noEthType, UdfBaseL3HeaderStart, 0, 3 ).empty() );
+   ASSERT_FALSE( atL3( u.first, 0, 3 ).empty() );
    ChipModel::ObjectCounts before = u.counts();
    u.m.box.clearCallLog();
-   EXPECT_TRUE( u.first->getAclUdf( 0, Acl::ipv4_, noEthType, UdfBaseL3HeaderStart, 8, 2 ).empty() );
+   EXPECT_TRUE( atL3( u.first, 8, 2 ).empty() );
    EXPECT_EQ( before, u.counts() );
    EXPECT_THAT( textsWith( trace, "groupUdfWidthExceeded" ),
                 testing::ElementsAre( "groupUdfWidthExceeded ACL type: 0 Ether type:4294967295 "
@@ -156,17 +162,17 @@ TEST_P( UdfTest, AFieldBeyondTheGroupsWidthIsRefusedWithNothingProgrammed ) {
    }
    // The other group has its own budget; an existing field is shared
    // whatever the budget.
-   EXPECT_FALSE( u.second->getAclUdf( 0, Acl::ipv4_, noEthType, UdfBaseL3HeaderStart, 8, 2 ).empty() );
-   EXPECT_FALSE( u.first->getAclUdf( 0, Acl::ipv4_, noEthType, UdfBaseL3HeaderStart, 8, 2 ).empty() );
+   EXPECT_FALSE( atL3( u.second, 8, 2 ).empty() );
+   EXPECT_FALSE( atL3( u.first, 8, 2 ).empty() );
 }
 
 TEST_P( UdfTest, AFieldBeyondTheUnitsWidthIsRefused ) {
    FastLog::TraceCapture trace( "TesselTcam", FastLog::TraceLevels::only( 5 ) );
    u.m.manager->maxUdfLengthIs( 0, 5 );
    EXPECT_EQ( 5u, u.m.manager->unitMaxUdfLength( 0 ) );
-   ASSERT_FALSE( u.first->getAclUdf( 0, Acl::ipv4_, noEthType, UdfBaseL3HeaderStart, 0, 3 ).empty() );
+   ASSERT_FALSE( atL3( u.first, 0, 3 ).empty() );
    ChipModel::ObjectCounts before = u.counts();
-   EXPECT_TRUE( u.second->getAclUdf( 0, Acl::ipv4_, noEthType, UdfBaseL3HeaderStart, 4, 3 ).empty() );
+   EXPECT_TRUE( atL3( u.second, 4, 3 ).empty() );
    EXPECT_EQ( before, u.counts() );
    EXPECT_THAT( textsWith( trace, "groupUdfWidthExceeded" ),
                 testing::ElementsAre( testing::EndsWith( "Max UDF length:5" ) ) );
@@ -191,7 +197,8 @@ TEST_P( UdfTest, BoundsAreCheckedBeforeAnythingIsProgrammed ) {
    refused( 128, 1, UdfBaseL3HeaderStart, "UdfUnitSpec::offset < 0 or > 127 not allowed" );
    refused( 88, 1, UdfBaseL3HeaderEnd, "UdfUnitSpec::offset < 0 or > 127 not allowed" );
    EXPECT_TRUE( u.m.box.callLog().empty() );
-   EXPECT_FALSE( u.first->getAclUdf( 0, Acl::ipv6_, noEthType, UdfBaseL3HeaderEnd, 87, 16 ).empty() );
+   EXPECT_FALSE( u.first->getAclUdf( 0, Acl::ipv6_, noEthType, UdfBaseL3HeaderEnd, 87, 16 )
+                    .empty() );
 }
 
 TEST_P( UdfTest, OpenFlowGroupsKeepTheirFieldsApart ) {
