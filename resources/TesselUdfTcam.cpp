@@ -161,8 +161,8 @@ TesselTcamGroupManager::forgetUdfTcam( const UdfUnitSpec & spec, int aclType ) {
    for ( U32 qual : spec.key().quals ) {
       int udfQualId = static_cast< int >( qual );
       Shim::DataQualifier udfQual;
-      if ( SDK_CALL_UNIT( unit, bcm_field_data_qualifier_get( unit, udfQualId, &udfQual ) ) < 0 ) {
-         continue; // gone with a group
+      if ( SDK_CALL( bcm_field_data_qualifier_get( unit, udfQualId, &udfQual ) ) < 0 ) {
+         continue; // gone with its group
       }
       if ( isL3Base( spec.base() ) || spec.ethType() == UdfUnitSpec::ethTypeNotSet ) {
          Shim::DataPacketFormat udfQualPktType =
