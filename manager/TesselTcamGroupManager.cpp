@@ -38,6 +38,7 @@ TesselTcamGroupManager::~TesselTcamGroupManager() {
    for ( const auto & [ assignment, manager ] : unboundedEntryManager_ ) {
       manager->groupManagerDetach();
    }
+   classIdDelAll();
    if ( initialized_ ) {
       cleanupTcamGroups();
    }
