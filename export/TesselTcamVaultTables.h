@@ -134,6 +134,10 @@ unitTablePathOf( const std::string & path, U32 unit ) {
    return path + "/" + std::to_string( unit );
 }
 
+// The prefix an agent serves under unless told otherwise; the command line
+// reads TESSEL_PREFIX first.
+constexpr const char * defaultAgentPrefix = "tessel";
+
 // Mailbox results besides 0 (served).
 constexpr S32 vaultResultUnknownUnit = -1;
 constexpr S32 vaultResultUnknownStage = -2;

@@ -9,83 +9,81 @@ namespace {
 void
 dstIp6( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_ip6_t dataIp6 = {}, maskIp6 = {};
-   p.ip6( QUALIFIER_GET( bcm_field_qualify_DstIp6_get( unit, entryId, &dataIp6, &maskIp6 ) ),
-          dataIp6, maskIp6 );
+   int rc = QUALIFIER_GET( bcm_field_qualify_DstIp6_get( unit, entryId, &dataIp6, &maskIp6 ) );
+   p.ip6( rc, dataIp6, maskIp6 );
 }
 
 void
 dstIp6High( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_ip6_t dataIp6 = {}, maskIp6 = {};
-   p.ip6( QUALIFIER_GET(
-             bcm_field_qualify_DstIp6High_get( unit, entryId, &dataIp6, &maskIp6 ) ),
-          dataIp6, maskIp6 );
+   int rc = QUALIFIER_GET( bcm_field_qualify_DstIp6High_get( unit, entryId, &dataIp6, &maskIp6 ) );
+   p.ip6( rc, dataIp6, maskIp6 );
 }
 
 void
 srcIp6( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_ip6_t dataIp6 = {}, maskIp6 = {};
-   p.ip6( QUALIFIER_GET( bcm_field_qualify_SrcIp6_get( unit, entryId, &dataIp6, &maskIp6 ) ),
-          dataIp6, maskIp6 );
+   int rc = QUALIFIER_GET( bcm_field_qualify_SrcIp6_get( unit, entryId, &dataIp6, &maskIp6 ) );
+   p.ip6( rc, dataIp6, maskIp6 );
 }
 
 void
 srcIp6High( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_ip6_t dataIp6 = {}, maskIp6 = {};
-   p.ip6( QUALIFIER_GET(
-             bcm_field_qualify_SrcIp6High_get( unit, entryId, &dataIp6, &maskIp6 ) ),
-          dataIp6, maskIp6 );
+   int rc = QUALIFIER_GET( bcm_field_qualify_SrcIp6High_get( unit, entryId, &dataIp6, &maskIp6 ) );
+   p.ip6( rc, dataIp6, maskIp6 );
 }
 
 void
 dstIp( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_ip_t dataIp = 0, maskIp = 0;
-   p.ip( QUALIFIER_GET( bcm_field_qualify_DstIp_get( unit, entryId, &dataIp, &maskIp ) ), dataIp,
-         maskIp );
+   int rc = QUALIFIER_GET( bcm_field_qualify_DstIp_get( unit, entryId, &dataIp, &maskIp ) );
+   p.ip( rc, dataIp, maskIp );
 }
 
 void
 srcIp( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_ip_t dataIp = 0, maskIp = 0;
-   p.ip( QUALIFIER_GET( bcm_field_qualify_SrcIp_get( unit, entryId, &dataIp, &maskIp ) ), dataIp,
-         maskIp );
+   int rc = QUALIFIER_GET( bcm_field_qualify_SrcIp_get( unit, entryId, &dataIp, &maskIp ) );
+   p.ip( rc, dataIp, maskIp );
 }
 
 void
 dstMac( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_mac_t dataMac = {}, maskMac = {};
-   p.mac( QUALIFIER_GET( bcm_field_qualify_DstMac_get( unit, entryId, &dataMac, &maskMac ) ),
-          dataMac, maskMac );
+   int rc = QUALIFIER_GET( bcm_field_qualify_DstMac_get( unit, entryId, &dataMac, &maskMac ) );
+   p.mac( rc, dataMac, maskMac );
 }
 
 void
 srcMac( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_mac_t dataMac = {}, maskMac = {};
-   p.mac( QUALIFIER_GET( bcm_field_qualify_SrcMac_get( unit, entryId, &dataMac, &maskMac ) ),
-          dataMac, maskMac );
+   int rc = QUALIFIER_GET( bcm_field_qualify_SrcMac_get( unit, entryId, &dataMac, &maskMac ) );
+   p.mac( rc, dataMac, maskMac );
 }
 
 void
 devicePortBitmap( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_pbmp_t dataPbmp = {}, maskPbmp = {};
-   p.pbmp( QUALIFIER_GET(
-              bcm_field_qualify_DevicePortBitmap_get( unit, entryId, &dataPbmp, &maskPbmp ) ),
-           dataPbmp, maskPbmp );
+   int rc = QUALIFIER_GET(
+      bcm_field_qualify_DevicePortBitmap_get( unit, entryId, &dataPbmp, &maskPbmp ) );
+   p.pbmp( rc, dataPbmp, maskPbmp );
 }
 
 void
 inPorts( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_pbmp_t dataPbmp = {}, maskPbmp = {};
-   p.pbmp( QUALIFIER_GET( bcm_field_qualify_InPorts_get( unit, entryId, &dataPbmp, &maskPbmp ) ),
-           dataPbmp, maskPbmp );
+   int rc = QUALIFIER_GET( bcm_field_qualify_InPorts_get( unit, entryId, &dataPbmp, &maskPbmp ) );
+   p.pbmp( rc, dataPbmp, maskPbmp );
 }
 
 void
 dstPort( U32 unit, U32 entryId, QualifierPrinter & p ) {
    bcm_module_t dataModid = 0, maskModid = 0;
    bcm_port_t dataPort = 0, maskPort = 0;
-   p.modulePort( QUALIFIER_GET( bcm_field_qualify_DstPort_get(
-                    unit, entryId, &dataModid, &maskModid, &dataPort, &maskPort ) ),
-                 dataModid, maskModid, dataPort, maskPort );
+   int rc = QUALIFIER_GET( bcm_field_qualify_DstPort_get(
+      unit, entryId, &dataModid, &maskModid, &dataPort, &maskPort ) );
+   p.modulePort( rc, dataModid, maskModid, dataPort, maskPort );
 }
 
 void
@@ -94,9 +92,9 @@ rangeCheck( U32 unit, U32 entryId, QualifierPrinter & p ) {
    std::vector< bcm_field_range_t > ranges( maxCount );
    std::vector< int > inverts( maxCount );
    int count = 0;
-   p.ranges( QUALIFIER_GET( bcm_field_qualify_RangeCheck_get(
-                unit, entryId, maxCount, ranges.data(), inverts.data(), &count ) ),
-             ranges, inverts, count );
+   int rc = QUALIFIER_GET( bcm_field_qualify_RangeCheck_get(
+      unit, entryId, maxCount, ranges.data(), inverts.data(), &count ) );
+   p.ranges( rc, ranges, inverts, count );
 }
 
 void
