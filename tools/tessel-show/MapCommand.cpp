@@ -87,8 +87,9 @@ printBlock( const MapBlock & block, bool colour ) {
    for ( const VaultSliceInfo & s : block.slices ) {
       held += s.groupId ? 1 : 0;
    }
-   std::printf( "Unit %u, stage %s, pipe %u: %zu slices, %zu held by %zu groups\n", block.unit,
-                block.stageName.c_str(), block.pipe, block.slices.size(), held, letters.size() );
+   std::printf( "Unit %u, stage %s, pipe %u: %zu slices, %zu held by %zu group%s\n", block.unit,
+                block.stageName.c_str(), block.pipe, block.slices.size(), held, letters.size(),
+                letters.size() == 1 ? "" : "s" );
    std::string painted;
    for ( size_t i = 0; i < line.size(); ++i ) {
       painted += painter.paint( block.slices[ i ].groupId, std::string( 1, line[ i ] ) );

@@ -58,10 +58,16 @@ nameOr( const std::map< U32, std::string > & names, U32 key, const std::string &
    return found == names.end() ? otherwise : found->second;
 }
 
+// "1 group", "2 groups".
+std::string
+counted( size_t count, const std::string & singular, const std::string & plural ) {
+   return std::to_string( count ) + " " + ( count == 1 ? singular : plural );
+}
+
 void
-heading( const Where & w, size_t count, const char * what ) {
-   std::printf( "Unit %u, stage %s, pipe %u: %zu %s\n", w.unit, w.stageName.c_str(), w.pipe,
-                count, what );
+heading( const Where & w, size_t count, const char * singular, const char * plural ) {
+   std::printf( "Unit %u, stage %s, pipe %u: %s\n", w.unit, w.stageName.c_str(), w.pipe,
+                counted( count, singular, plural ).c_str() );
 }
 
 Json &
@@ -79,7 +85,7 @@ groups( AgentLink & link, const Options & o, const Where & w ) {
    Json json;
    whereJson( json.beginObject(), w ).key( "groups" ).beginArray();
    if ( !o.json ) {
-      heading( w, rows.size(), "groups" );
+      heading( w, rows.size(), "group", "groups" );
       std::printf( "%6s  %-34s %9s %9s %6s  %s\n", "Group", "Name", "Allocated", "Free",
                    "Copies", "SDK group" );
    }
@@ -117,7 +123,7 @@ features( AgentLink & link, const Options & o, const Where & w ) {
    Json json;
    whereJson( json.beginObject(), w ).key( "features" ).beginArray();
    if ( !o.json ) {
-      heading( w, rows.size(), "features" );
+      heading( w, rows.size(), "feature", "features" );
       std::printf( "%8s  %-40s %6s %9s %9s\n", "Feature", "Name", "Group", "Allocated", "Used" );
    }
    for ( const VaultFeatureInfo & f : rows ) {
@@ -174,7 +180,7 @@ entries( AgentLink & link, const Options & o, const Where & w ) {
    Json json;
    whereJson( json.beginObject(), w ).key( "entries" ).beginArray();
    if ( !o.json ) {
-      heading( w, rows.size(), "entries" );
+      heading( w, rows.size(), "entry", "entries" );
       std::printf( "%10s %8s %6s %12s  %s\n", "Entry", "Feature", "Group", "Hits", "Name" );
    }
    for ( const auto & [ id, e ] : rows ) {
@@ -211,7 +217,7 @@ stages( AgentLink & link, const Options & o, U32 unit ) {
    Json json;
    json.beginObject().field( "unit", unit ).key( "stages" ).beginArray();
    if ( !o.json ) {
-      std::printf( "Unit %u: %zu stages\n", unit, rows.size() );
+      std::printf( "Unit %u: %s\n", unit, counted( rows.size(), "stage", "stages" ).c_str() );
       std::printf( "%6s  %-6s %-11s %5s  %12s\n", "Stage", "Name", "Pipe mode", "Pipes",
                    "TCAM entries" );
    }
