@@ -90,27 +90,6 @@ TesselTcamGroupManager::tesselTcamStubDel() {
    }
 }
 
-Kiln::Ptr< TesselTcamVaultRequest >
-TesselTcamGroupManager::groupManagerVaultRequestIs() {
-   if ( !groupManagerVaultRequest_ ) {
-      groupManagerVaultRequest_ =
-         new TesselTcamVaultRequest( name().str() + "/groupManagerVaultRequest" );
-      notify( &NotifieeConst::onGroupManagerVaultRequest );
-   }
-   return groupManagerVaultRequest_;
-}
-
-Kiln::Ptr< TesselTcamVaultSm >
-TesselTcamGroupManager::groupManagerVaultSmIs() {
-   KILN_ASSERT( groupManagerVaultRequest_ );
-   if ( !groupManagerVaultSm_ ) {
-      groupManagerVaultSm_ = new TesselTcamVaultSm( name().str() + "/groupManagerVaultSm",
-                                                    groupManagerVaultRequest_ );
-      notify( &NotifieeConst::onGroupManagerVaultSm );
-   }
-   return groupManagerVaultSm_;
-}
-
 void
 TesselTcamGroupManager::handlePreInit() {
    TRACE8( "handlePreInit" );

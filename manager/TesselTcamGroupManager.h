@@ -33,6 +33,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <utility>
 #include <vector>
 
@@ -43,6 +44,9 @@
 #include "catalogue/TcamStageTypes.h"
 #include "catalogue/TesselTcamGroups.h"
 #include "common/TesselExport.h"
+#include "export/GroupManagerVaultSm.h"
+#include "export/TesselTcamCliVault.h"
+#include "export/TesselTcamVaultMounts.h"
 #include "manager/GroupCounts.h"
 #include "manager/RangeCheckerRecords.h"
 #include "manager/TesselTcamCompanions.h"
@@ -483,17 +487,63 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    Kiln::Ptr< TesselTcamStub > tesselTcamStubIs();
    void tesselTcamStubDel();
 
-   const Kiln::Ptr< TesselTcamVaultRequest > &
+   // The command line's request entity and the state machine serving it
+   // (export/GroupManagerVault.cpp).
+   const Kiln::Ptr< GroupManagerVaultRequest > &
    groupManagerVaultRequest() const {
       return groupManagerVaultRequest_;
    }
-   Kiln::Ptr< TesselTcamVaultRequest > groupManagerVaultRequestIs();
-   const Kiln::Ptr< TesselTcamVaultSm > &
+   Kiln::Ptr< GroupManagerVaultRequest > groupManagerVaultRequestIs();
+   const Kiln::Ptr< GroupManagerVaultSm > &
    groupManagerVaultSm() const {
       return groupManagerVaultSm_;
    }
    // Serves groupManagerVaultRequest(), which must exist.
-   Kiln::Ptr< TesselTcamVaultSm > groupManagerVaultSmIs();
+   Kiln::Ptr< GroupManagerVaultSm > groupManagerVaultSmIs();
+
+   // === Reports (show/) ===
+   //
+   // Text for the operator, written to a descriptor the caller owns (left
+   // open) with formatted writes. They read the group manager's state and
+   // make read-only SDK calls with the activity lock released; the SDK walks
+   // take the field-processor lock after that and release it first.
+
+   // Per group of the unit: "=== TCAM detail|summary for switch <name> ===",
+   // then a line per group with its use and room and, per reservation that
+   // holds entries, what it uses; detail adds every entry with its hits.
+   // pipe is read as an unsigned byte: 255 (-1) lists every pipe.
+   void showTcamUsage( Kiln::String switchName, U32 fd, bool detail, U32 unit, S8 pipe );
+   // The slices (banks) each reservation's group holds on the unit.
+   void showSummaryTcamUsage( Kiln::String switchName, U32 fd, U32 unit );
+   // The slice numbers of SDK group `groupId` on the unit, ", "-separated,
+   // appended to `out`. An SDK result code; failures are traced.
+   static int showSummaryTcamUsageHelper( int unit, int groupId, std::ostringstream & out );
+   // tcamUsage( unit ) written to fd.
+   void showRawTcamUsage( Kiln::String switchName, U32 fd, U32 unit );
+   // One entry decoded: group, qualifiers, actions, counters.
+   void showEntryTcamUsage( Kiln::String switchName, U32 fd, U32 unit, U32 entryId );
+
+   // === Command-line tables (export/) ===
+
+   // Fills the unit's stage table from the capacity query, one record per
+   // stage (key: stage id), and drops records of stages that are gone.
+   void dumpStageData( U16 unit, const Kiln::Ptr< VaultStagesMount > & mount );
+   // Fills the unit's stage-name table: "IFP", "VFP", "EFP", "EXT", "EXACT", "CLASS".
+   void dumpStageNames( U16 unit, const Kiln::Ptr< VaultStageNamesMount > & mount );
+   // Fills the unit's group-name table from the catalogue.
+   void dumpGroupNames( U16 unit, const Kiln::Ptr< VaultGroupNamesMount > & mount );
+   // Replaces the table the request names (types 3 to 9) with the unit's
+   // current state for the request's stage and pipe; other types change
+   // nothing.
+   void dumpData( const Kiln::Ptr< GroupManagerVaultRequest > & request );
+   // Replaces the request's slice table: every slice of the stage and pipe
+   // with the group that holds it.
+   void dumpSliceData( const Kiln::Ptr< GroupManagerVaultRequest > & request );
+   // Brings the tables of the module's units in step with the chip
+   // information: units that became known get their stage tables (filled
+   // at once) and their per-stage tables; units that are gone lose them.
+   // Nothing without cliVaultHelper().
+   void handleModuleUpdate( U16 moduleId );
 
    // === Attributes and collections ===
 
@@ -524,12 +574,12 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    qosIpv6KeyWidthModeIs( Acl::TcamBankSharingMode v ) {
       attributeIs( qosIpv6KeyWidthMode_, v, &NotifieeConst::onQosIpv6KeyWidthMode );
    }
-   const Kiln::Ptr< TesselTcamCliVaultHelper > &
+   const Kiln::Ptr< TesselTcam::CliVaultHelper > &
    cliVaultHelper() const {
       return cliVaultHelper_.get();
    }
    void
-   cliVaultHelperIs( const Kiln::Ptr< TesselTcamCliVaultHelper > & v ) {
+   cliVaultHelperIs( const Kiln::Ptr< TesselTcam::CliVaultHelper > & v ) {
       attributeIs( cliVaultHelper_, v, &NotifieeConst::onCliVaultHelper );
    }
 
@@ -1388,8 +1438,8 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    Kiln::Ptr< Acl::ParamConfig > aclParamConfig_;
    std::unique_ptr< AclParamConfigReactor > aclParamConfigReactor_;
    Kiln::Ptr< TesselTcamStub > tesselTcamStub_;
-   Kiln::Ptr< TesselTcamVaultRequest > groupManagerVaultRequest_;
-   Kiln::Ptr< TesselTcamVaultSm > groupManagerVaultSm_;
+   Kiln::Ptr< GroupManagerVaultRequest > groupManagerVaultRequest_;
+   Kiln::Ptr< GroupManagerVaultSm > groupManagerVaultSm_;
    Kiln::Attribute< bool > paclSliceSharingSupported_;
    Kiln::Attribute< bool > mirrorAclSliceSharingSupported_;
    Kiln::Attribute< bool > qosAclSliceSharingSupported_;
@@ -1397,7 +1447,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       Acl::tcamBankSharingModeDefault };
    Kiln::Attribute< Acl::TcamBankSharingMode > qosIpv6KeyWidthMode_{
       Acl::tcamBankSharingModeDefault };
-   Kiln::Attribute< Kiln::Ptr< TesselTcamCliVaultHelper > > cliVaultHelper_;
+   Kiln::Attribute< Kiln::Ptr< TesselTcam::CliVaultHelper > > cliVaultHelper_;
    Kiln::OrderedCollection< U16, Agent::ChipInfo > modChipInfo_;
    Kiln::Attribute< U32 > numPipe_;
    Kiln::OrderedCollection< U32, bool > stageIngress_;

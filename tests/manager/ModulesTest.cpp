@@ -121,7 +121,7 @@ TEST( ModulesTest, StartUpBuildsTheQualifierIndexesAndTheRequestChannel ) {
    EXPECT_TRUE( m.manager->groupOpenFlowVxlanAclUdfValidHas( 85 ) );
    EXPECT_FALSE( m.manager->groupOpenFlowVxlanAclUdfValidHas( 86 ) );
    ASSERT_TRUE( m.manager->groupManagerVaultSm() );
-   EXPECT_EQ( m.manager->groupManagerVaultRequest(), m.manager->groupManagerVaultSm()->request() );
+   EXPECT_EQ( m.manager->groupManagerVaultRequest(), m.manager->groupManagerVaultSm()->message() );
 }
 
 const TcamQsetModDef twiceDefined[] = {
