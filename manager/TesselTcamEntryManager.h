@@ -56,6 +56,7 @@
 #include "platform/kiln/Attribute.h"
 #include "platform/kiln/Collection.h"
 #include "platform/kiln/Entity.h"
+#include "resources/TesselUdfTypes.h"
 #include "sdk/api/types.h"
 
 namespace Tessel {
@@ -85,6 +86,40 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
                            U32 group, U32 baseEntry, U32 endEntry,
                            TcamAllocationStrategy strategy );
    ~TesselTcamEntryManager() override;
+
+   // === User-defined fields (resources/TesselUdfEntry.cpp) ===
+   // Fields of packet bytes for the entries of this manager's group, shared
+   // per unit with every group that asks for the same field and counted per
+   // user (see the group manager's UDF section). aclType: Acl::ipv4 0, ipv6 1,
+   // mac 2; ethType: a MAC field's ethertype, or UdfUnitSpec::ethTypeNotSet.
+
+   // The field's qualifiers, made on first use; empty when the unit's or
+   // this group's UDF width would be exceeded or the hardware is exhausted
+   // (nothing programmed then). Throws Kiln::RangeException for a length
+   // outside 1 to 16 or an offset above 127 from the base's start.
+   QualIdList getAclUdf( U32 unit, int aclType, U32 ethType, UdfOffsetBase base, U8 offset,
+                         U8 length );
+   // The existing field's qualifiers (verified in hardware), or empty.
+   QualIdList findAclUdf( U32 unit, int aclType, U32 ethType, UdfOffsetBase base, U8 offset,
+                          U8 length );
+   // Gives one use by this group back; the last use destroys the hardware,
+   // so the group must not hold the field in its key in hardware any more
+   // (its entries released and the group recreated or torn down).
+   void releaseAclUdf( U32 unit, int aclType, U32 ethType, UdfOffsetBase base, U8 offset,
+                       U8 length );
+   // Whether the field exists; it is checked against the hardware (a
+   // mismatch aborts).
+   bool verifyMirroringAclUdf( U32 unit, int aclType, U32 ethType, UdfOffsetBase base,
+                               U8 offset, U8 length );
+   // Adds the qualifiers to the group's qualifier set on the unit ("adding
+   // UDF qual="). True when the SDK accepts every one and the group, where
+   // it exists on the unit, already holds them in its key; false means the
+   // group must be recreated (when its entries are gone) before entries can
+   // qualify the field.
+   bool addUdfQualifierToGroupQset( U32 unit, const QualIdList & quals );
+   // Bytes of UDF one key of this group may hold: maxUdfLength(), capped by
+   // the chip's per-group limit where its chip information has one.
+   U32 groupUdfWidthLimit( U32 unit ) const;
 
    // --- constructor parameters ---
    TcamGroupAssignment groupAssignment() const { return groupAssignment_; }

@@ -51,6 +51,7 @@ TesselTcamGroupManager::~TesselTcamGroupManager() {
    for ( const auto & [ assignment, manager ] : unboundedEntryManager_ ) {
       manager->groupManagerDetach();
    }
+   classIdDelAll();
    if ( initialized_ ) {
       cleanupTcamGroups();
    }
@@ -128,27 +129,6 @@ TesselTcamGroupManager::tesselTcamStubDel() {
       tesselTcamStub_ = nullptr;
       notify( &NotifieeConst::onTesselTcamStub );
    }
-}
-
-Kiln::Ptr< TesselTcamVaultRequest >
-TesselTcamGroupManager::groupManagerVaultRequestIs() {
-   if ( !groupManagerVaultRequest_ ) {
-      groupManagerVaultRequest_ =
-         new TesselTcamVaultRequest( name().str() + "/groupManagerVaultRequest" );
-      notify( &NotifieeConst::onGroupManagerVaultRequest );
-   }
-   return groupManagerVaultRequest_;
-}
-
-Kiln::Ptr< TesselTcamVaultSm >
-TesselTcamGroupManager::groupManagerVaultSmIs() {
-   KILN_ASSERT( groupManagerVaultRequest_ );
-   if ( !groupManagerVaultSm_ ) {
-      groupManagerVaultSm_ = new TesselTcamVaultSm( name().str() + "/groupManagerVaultSm",
-                                                    groupManagerVaultRequest_ );
-      notify( &NotifieeConst::onGroupManagerVaultSm );
-   }
-   return groupManagerVaultSm_;
 }
 
 void

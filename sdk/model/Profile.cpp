@@ -92,7 +92,9 @@ th3Profile() {
    p.stages = { stage( bcmFieldStageIngress, true, 16, 256, 3, 4, 256 ),
                 stage( bcmFieldStageLookup, false, 4, 512, 2, 2, 512 ),
                 stage( bcmFieldStageEgress, false, 4, 512, 2, 2, 512 ),
-                stage( bcmFieldStageClass, false, 8, 128, 1, 0, 0 ) };
+                // Double rows: the address groups key a selector and both an
+                // IPv4 and an IPv6 address (164 bits).
+                stage( bcmFieldStageClass, false, 8, 128, 2, 0, 0 ) };
    p.metersPerPipe = 128;
    p.rangeCheckers = 8;
    p.dataQualifiers = 0;
