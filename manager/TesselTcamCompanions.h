@@ -1,8 +1,8 @@
 // Objects the group manager owns or points at whose behaviour lives outside
-// group management: the outer-VLAN-ID watch, the simulation stub, and the
-// run-time qualifier exclusions. The
-// group manager creates and drops them at the right moments; each starts as
-// an empty named entity and carries its behaviour where it is built.
+// group management: the simulation stub and the run-time qualifier
+// exclusions. The group manager creates and drops them at the right moments;
+// each starts as an empty named entity and carries its behaviour where it is
+// built.
 #pragma once
 
 #include <vector>
@@ -12,17 +12,6 @@
 #include "platform/kiln/Types.h"
 
 namespace Tessel {
-
-// Watches the untagged ports of the VLANs that outer-VLAN twins depend on.
-class TESSEL_EXPORT TesselOvidWarSm : public Kiln::Entity {
- public:
-   TesselOvidWarSm( const Kiln::Name & name, U32 unit )
-         : Kiln::Entity( name ), unit_( unit ) {}
-   U32 unit() const { return unit_; }
-
- private:
-   U32 unit_;
-};
 
 // The software stand-in for the SDK used when the agent runs without chips.
 class TESSEL_EXPORT TesselTcamStub : public Kiln::Entity {

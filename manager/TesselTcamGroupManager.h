@@ -48,19 +48,24 @@
 #include "export/TesselTcamCliVault.h"
 #include "export/TesselTcamVaultMounts.h"
 #include "manager/GroupCounts.h"
-#include "manager/RangeCheckerRecords.h"
+#include "manager/TesselOvidWarSm.h"
 #include "manager/TesselTcamCompanions.h"
 #include "manager/TesselTcamEntryManager.h"
 #include "manager/TesselTcamKeys.h"
 #include "platform/agent/AclParamConfig.h"
 #include "platform/agent/AclTypes.h"
 #include "platform/agent/ChipInfo.h"
+#include "platform/agent/PlatformState.h"
+#include "platform/agent/VlanState.h"
 #include "platform/agent/TesselCommonSmData.h"
 #include "platform/kiln/Attribute.h"
 #include "platform/kiln/Collection.h"
 #include "platform/kiln/Entity.h"
 #include "resources/TesselClassIdTypes.h"
+#include "resources/TesselRangeCheckerTypes.h"
 #include "resources/TesselUdfTypes.h"
+#include "sdk/shim/Oberon.h"
+#include "sdk/shim/SdkStructs.h"
 
 namespace Tessel {
 
@@ -139,6 +144,8 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       virtual void onGroupIdToPreselId( const UnitGroupId & ) {}
       virtual void onSimulation() {}
       virtual void onPreInit() {}
+      virtual void onVlanState() {}
+      virtual void onPlatformState() {}
    };
 
    typedef Kiln::OrderedCollection< TcamGroupAssignment,
@@ -203,6 +210,10 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
                             U32 baseEntry, U32 endEntry, TcamAllocationStrategy strategy );
    void unboundedEntryManagerDel( TcamGroupAssignment groupAssignment );
    void unboundedEntryManagerDelAll();
+   // The entry managers of the hardware group, bounded ones first. Valid
+   // until the entry managers change.
+   const std::vector< Kiln::Ptr< TesselTcamEntryManager > > &
+   entryManagersOfGroup( U32 group ) const;
    // The entry manager that owns the entry; aborts with "EntryMgr not found".
    Kiln::Ptr< TesselTcamEntryManager > tcamEntryMgr( U32 entryId ) const;
    // Entries held, over all units, by the entry manager of reservation row
@@ -230,6 +241,16 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    bool groupNeedsIpbmWAR( U32 unit, U32 groupId ) const;
    // The chip type of the unit's chip information (Shim::ChipType), 0 without.
    U32 chipTypeFromUnit( U32 unit ) const;
+   // Whether the unit runs the outer-VLAN-ID workaround: its chip shows
+   // untagged packets with outer VLAN 0 and its ingress stage is global, so
+   // an entry's twin shares the entry's SDK group (pipe 1 of 2).
+   bool ovidWarNeeded( U32 unit ) const;
+   // The unit's ports, read from the SDK once per unit (they do not change
+   // while it is known); null when they cannot be read. Valid until the
+   // unit is forgotten.
+   const Shim::PortConfig * unitPortConfig( U32 unit );
+   // The loopback port of the pipe, or -1.
+   int getLoopbackPortId( U32 unit, U32 pipe );
    U16 getMaxPorts() const { return maxPorts(); }
    bool getIpv6MirroringSupported() const { return ipv6MirroringSupported(); }
 
@@ -273,6 +294,22 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    void destroyPipeGroup( U32 unit, U32 groupId );
    // Destroys the group's hint on the unit, if it has one; errors traced.
    void destroyGroupHint( U32 unit, U32 groupId );
+
+   // === Counters (TesselTcamCounters.cpp) ===
+
+   // The stat's packet count of `statType`, cross-checked against the raw
+   // counter of its pool and index ("TCAM counter mismatch. unit: ..."
+   // traced when they differ). The SDK's code.
+   int fieldStatGetPackets( U32 unit, U32 statsId, int statType, U64 & value );
+   // The stat's byte count of `statType`. The SDK's code.
+   int fieldStatGetBytes( U32 unit, U32 statsId, int statType, U64 & value );
+   // Resets what the eviction engine counted for the stat's counters.
+   void clearEvictionCounter( U32 unit, int statsId, bool packets, bool bytes );
+   // What the eviction engine moved for the stat's counters. The SDK's code.
+   int getCounterEvictions( U32 unit, int statsId, U64 & packets, U64 & bytes );
+   // The same summed over the stats of every entry manager's entries whose
+   // counters live in the pipe.
+   int getCounterEvictionsForPipe( U32 unit, U32 pipe, U64 & packets, U64 & bytes );
 
    // === Class-id compression (resources/TesselClassIds.cpp) ===
    //
@@ -583,6 +620,14 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       attributeIs( cliVaultHelper_, v, &NotifieeConst::onCliVaultHelper );
    }
 
+   // --- agent services ---
+   // The untagged ports of VLANs; the outer-VLAN-ID workaround follows it.
+   const Kiln::Ptr< Agent::VlanState > & vlanState() const { return vlanState_; }
+   void vlanStateIs( const Kiln::Ptr< Agent::VlanState > & v );
+   // Flags of the platform; P4Runtime is copied into p4RuntimeEnabled.
+   const Kiln::Ptr< Agent::PlatformState > & platformState() const { return platformState_; }
+   void platformStateIs( const Kiln::Ptr< Agent::PlatformState > & v );
+
    // --- modules and units ---
    Agent::ChipInfo modChipInfo( U16 k ) const { return modChipInfo_.get( k ); }
    bool modChipInfoHas( U16 k ) const { return modChipInfo_.has( k ); }
@@ -691,10 +736,11 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    }
    Kiln::Ptr< TesselOvidWarSm > ovidWarSm( U32 k ) const { return ovidWarSm_.get( k ); }
    bool ovidWarSmHas( U32 k ) const { return ovidWarSm_.has( k ); }
+   // Watches the group manager's VLAN state.
    Kiln::Ptr< TesselOvidWarSm >
    ovidWarSmIs( U32 k ) {
       return collectionEntityIs( ovidWarSm_, k, &NotifieeConst::onOvidWarSm,
-                                 "ovidWarSm" + std::to_string( k ), k );
+                                 "ovidWarSm" + std::to_string( k ), k, vlanState_ );
    }
    void ovidWarSmDel( U32 k ) { collectionDel( ovidWarSm_, k, &NotifieeConst::onOvidWarSm ); }
    void ovidWarSmDelAll() { collectionDelAll( ovidWarSm_, &NotifieeConst::onOvidWarSm ); }
@@ -1415,6 +1461,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    void preInitIs( bool v ) { attributeIs( preInit_, v, &NotifieeConst::onPreInit ); }
  private:
    class AclParamConfigReactor;
+   class PlatformStateReactor;
    void copyAclParamConfig();
    U32 sharedMirrorAclPriority( U32 groupId, int mirAclType ) const;
    bool preselInUse( U32 unit, U32 preselId ) const;
@@ -1426,6 +1473,9 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    void destroyGroupOnUnit( U32 unit, U32 groupId, bool destroyUdf );
    void destroyGroupUdfQualifiers( U32 unit, U32 groupId );
    void compressGroupsOfUnit( U32 unit );
+   void crossCheckPackets( U32 unit, U32 statsId, bcm_field_stat_t stat, U64 expected );
+   int statCounterIndex( U32 unit, U32 statsId, bcm_field_stat_t stat,
+                         const oberon_stat_pool_index & info );
    template< typename Manager, typename Map, typename Callback >
    Kiln::Ptr< Manager > entryManagerMake( Map & map, Callback callback, const char * collection,
                                           TcamGroupAssignment groupAssignment,
@@ -1440,6 +1490,12 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    Kiln::Ptr< TesselTcamStub > tesselTcamStub_;
    Kiln::Ptr< GroupManagerVaultRequest > groupManagerVaultRequest_;
    Kiln::Ptr< GroupManagerVaultSm > groupManagerVaultSm_;
+   Kiln::Ptr< Agent::VlanState > vlanState_;
+   Kiln::Ptr< Agent::PlatformState > platformState_;
+   std::unique_ptr< PlatformStateReactor > platformStateReactor_;
+   std::map< U32, Shim::PortConfig > portConfigs_; // by unit
+   mutable std::map< U32, std::vector< Kiln::Ptr< TesselTcamEntryManager > > > managersByGroup_;
+   mutable bool managersByGroupStale_ = true;
    Kiln::Attribute< bool > paclSliceSharingSupported_;
    Kiln::Attribute< bool > mirrorAclSliceSharingSupported_;
    Kiln::Attribute< bool > qosAclSliceSharingSupported_;

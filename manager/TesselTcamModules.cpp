@@ -68,6 +68,11 @@ TesselTcamGroupManager::setUpUnit( U32 unit, const Agent::ChipInfo & info ) {
    if ( info.perPipeIngress() ) {
       numPipeIs( info.numPipes() );
    }
+   // Before any group exists: the pipe count must not change under entries.
+   if ( ovidWarNeeded( unit ) ) {
+      ovidWarIs( unit, true );
+      ovidWarSmIs( unit );
+   }
    for ( const auto & [ assignment, manager ] : entryManager_ ) {
       manager->initializeUnit( unit );
    }
@@ -129,6 +134,7 @@ TesselTcamGroupManager::forgetUnit( U32 unit ) {
    stageIngressDel( unit );
    ovidWarDel( unit );
    ovidWarSmDel( unit );
+   portConfigs_.erase( unit );
 }
 
 } // namespace Tessel

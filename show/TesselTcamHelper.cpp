@@ -26,7 +26,10 @@ usageOf( const TesselTcamGroupManager & manager, U32 unit, U32 pipeGroupId,
    usage.pipeGroupId = pipeGroupId;
    usage.groupId = pipeGroupId & 0xFFFFFF;
    usage.pipe = pipeOf( pipeGroupId );
-   usage.ovidWar = manager.ovidWarHas( unit ) && manager.ovidWar( unit );
+   // Only ingress entries get outer-VLAN twins; lookup and egress groups
+   // hold one SDK entry per entry on any unit.
+   usage.ovidWar = manager.ovidWarHas( unit ) && manager.ovidWar( unit ) &&
+                   getGroupStage( usage.groupId ) == stageTypeIngress_;
    usage.perPipe = !usage.ovidWar && manager.getNumPipe( unit, usage.groupId ) > 1;
    usage.copies = manager.getNumCopiesPerPipe( unit, usage.groupId );
    U32 used = counts.unitAllocatedHas( unit ) ? counts.unitAllocated( unit ) : 0;

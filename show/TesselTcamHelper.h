@@ -54,7 +54,7 @@ TESSEL_EXPORT std::vector< std::pair< U32, Kiln::String > >
 entriesOnUnit( const TesselTcamEntryManager & entryManager, U32 unit );
 // Hits of a logical entry in a pipe group: summed over the copies of the
 // pipe and, under the outer-VLAN workaround, over the twins in pipe 1.
-TESSEL_EXPORT U64 entryHits( const TesselTcamEntryManager & entryManager, U32 unit, U32 entryId,
+TESSEL_EXPORT U64 entryHits( TesselTcamEntryManager & entryManager, U32 unit, U32 entryId,
                              const GroupUsage & group );
 
 } // namespace Tessel

@@ -69,7 +69,7 @@ thxProfile() {
                   BCM_INFO_CAP_IFP_DOUBLE_COUNT;
    p.pipes = 4;
    p.frontPanelPortsPerPipe = 16;
-   p.stages = { stage( bcmFieldStageIngress, true, 12, 768, 3, 4, 512 ),
+   p.stages = { stage( bcmFieldStageIngress, true, 24, 768, 3, 4, 512 ),
                 stage( bcmFieldStageLookup, false, 4, 512, 2, 2, 512 ),
                 stage( bcmFieldStageEgress, false, 4, 512, 2, 2, 512 ) };
    p.metersPerPipe = 256;
@@ -89,7 +89,7 @@ th3Profile() {
                   BCM_INFO_CAP_JOINED_UDF_WIDTH;
    p.pipes = 8;
    p.frontPanelPortsPerPipe = 8;
-   p.stages = { stage( bcmFieldStageIngress, true, 12, 256, 3, 4, 256 ),
+   p.stages = { stage( bcmFieldStageIngress, true, 16, 256, 3, 4, 256 ),
                 stage( bcmFieldStageLookup, false, 4, 512, 2, 2, 512 ),
                 stage( bcmFieldStageEgress, false, 4, 512, 2, 2, 512 ),
                 // Double rows: the address groups key a selector and both an

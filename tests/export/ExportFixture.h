@@ -16,6 +16,7 @@ namespace ExportTest {
 
 using namespace Tessel;
 using ManagerTest::ManagerBox;
+using ManagerTest::Reservations;
 using TesselTcam::VaultName;
 
 // The records of a table as a reader in another process would see them,
@@ -58,8 +59,10 @@ tableCount( const std::string & prefix ) {
 
 // A group manager whose units have their command-line tables in `store`.
 struct ChannelBox {
-   explicit ChannelBox( const std::vector< std::string > & profiles )
-         : m( profiles ), store( prefix ), helper( TesselTcam::cliVaultHelperFactory( store ) ) {
+   explicit ChannelBox( const std::vector< std::string > & profiles,
+                        Reservations reservations = Reservations::keep )
+         : m( profiles, true, reservations ), store( prefix ),
+           helper( TesselTcam::cliVaultHelperFactory( store ) ) {
       m.manager->cliVaultHelperIs( helper );
    }
    ~ChannelBox() { m.manager->cliVaultHelperIs( nullptr ); }

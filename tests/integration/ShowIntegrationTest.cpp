@@ -1,8 +1,11 @@
 // tessel-show against a running agent: the test agent (a THx-like unit 0
-// and a single-pipe unit 1, five groups each, three entries hit by packets
-// in the IPv4 ACL group) in one process, the real tessel-show binary in
-// others. Every command's output, the exit codes scripts rely on, and
-// damaged, stale and missing agents.
+// and a single-pipe unit 1, each with the reservations made at start-up,
+// five more groups, and three IPv4 ACL entries hit by packets) in one
+// process, the real tessel-show binary in others. Every command's output,
+// the exit codes scripts rely on, and damaged, stale and missing agents.
+//
+// The single-pipe unit shows untagged packets with outer VLAN 0, so its
+// ingress entries have twins: its ingress counts are half the SDK's.
 #include <fstream>
 #include <sstream>
 
@@ -56,29 +59,78 @@ VaultTest::TempDir * ShowIntegrationTest::dir = nullptr;
 AgentProcess * ShowIntegrationTest::agent = nullptr;
 
 const std::string usageUnit1 = R"(=== TCAM summary for switch test-switch ===
-TCAM group 7 uses 3 entries and can use up to 1021 more.
-TCAM group 8 uses 0 entries and can use up to 1024 more.
-TCAM group 25 uses 0 entries and can use up to 1024 more.
+TCAM group 2 uses 47 entries and can use up to 81 more.
+  Mlag control traffic uses 4 entries.
+  HELM traffic uses 6 entries.
+  L3 Control Priority uses 28 entries.
+  IGMP Snooping Flooding uses 8 entries.
+  L4 MicroBfd traffic uses 1 entries.
+TCAM group 6 uses 110 entries and can use up to 18 more.
+  Dot1x traffic uses 2 entries.
+  ARP Request Inspection uses 2 entries.
+  ARP Reply Inspection uses 2 entries.
+  ACL Management uses 6 entries.
+  Vxlan Traffic uses 29 entries.
+  L2 Control Priority uses 11 entries.
+  Storm Control Management uses 2 entries.
+  L3 Routing uses 52 entries.
+  ACL Port Blocking Rules uses 4 entries.
+TCAM group 7 uses 3 entries and can use up to 125 more.
+  IP ACL uses 3 entries.
+TCAM group 8 uses 0 entries and can use up to 128 more.
+TCAM group 25 uses 0 entries and can use up to 128 more.
 TCAM group 60 uses 0 entries and can use up to 1024 more.
 TCAM group 74 uses 0 entries and can use up to 512 more.
 )";
 
 TEST_F( ShowIntegrationTest, UsageOfOneUnitOnePipeOrEveryUnit ) {
    expectOutput( { "tcam", "usage", "--unit", "1" }, usageUnit1 );
+   // The packets came in on pipe 0: pipe 1's copies saw none.
    expectOutput( { "tcam", "usage", "detail", "--unit", "0", "--pipe", "1" },
                  R"(=== TCAM detail for switch test-switch ===
-TCAM group 7 in PIPE 1 uses 0 entries and can use up to 1536 more.
+TCAM group 2 in PIPE 1 uses 47 entries and can use up to 1489 more.
+  Mlag control traffic reserves 4 entries (0 used).
+  HELM traffic reserves 6 entries (0 used).
+  L3 Control Priority reserves 28 entries (0 used).
+  IGMP Snooping Flooding reserves 8 entries (0 used).
+  L4 MicroBfd traffic reserves 1 entries (0 used).
+TCAM group 3 in PIPE 1 uses 2 entries and can use up to 1534 more.
+  Dot1x traffic reserves 2 entries (0 used).
+TCAM group 4 in PIPE 1 uses 2 entries and can use up to 1534 more.
+  ARP Request Inspection reserves 2 entries (0 used).
+TCAM group 5 in PIPE 1 uses 2 entries and can use up to 1534 more.
+  ARP Reply Inspection reserves 2 entries (0 used).
+TCAM group 6 in PIPE 1 uses 104 entries and can use up to 664 more.
+  ACL Management reserves 6 entries (0 used).
+  Vxlan Traffic reserves 29 entries (0 used).
+  L2 Control Priority reserves 11 entries (0 used).
+  Storm Control Management reserves 2 entries (0 used).
+  L3 Routing reserves 52 entries (0 used).
+  ACL Port Blocking Rules reserves 4 entries (0 used).
+TCAM group 7 in PIPE 1 uses 6 entries and can use up to 1533 more.
+  IP ACL uses 6 entries.
+    1                     0 hits - acl rule 0
+    2                     0 hits - acl rule 1
+    3                     0 hits - acl rule 2
 TCAM group 8 in PIPE 1 uses 0 entries and can use up to 1536 more.
 TCAM group 25 in PIPE 1 uses 0 entries and can use up to 1536 more.
 TCAM group 60 uses 0 entries and can use up to 1024 more.
 TCAM group 74 uses 0 entries and can use up to 1024 more.
 )" );
+   ShowRun single = show( { "tcam", "usage", "detail", "--unit", "1" } );
+   EXPECT_NE( std::string::npos, single.out.find( R"(
+TCAM group 7 uses 3 entries and can use up to 125 more.
+  IP ACL uses 3 entries.
+    1                     1 hits - acl rule 0
+    2                     2 hits - acl rule 1
+    3                     3 hits - acl rule 2
+)" ) ) << single.out;
    ShowRun all = show( { "tcam", "usage" } );
    EXPECT_EQ( 0, all.exitCode );
    ASSERT_GT( all.out.size(), usageUnit1.size() );
    EXPECT_EQ( usageUnit1, all.out.substr( all.out.size() - usageUnit1.size() ) ); // unit 1 last
    EXPECT_EQ( 0u, all.out.find( "=== TCAM summary for switch test-switch ===\n"
-                                "TCAM group 7 in PIPE 0 " ) );
+                                "TCAM group 2 in PIPE 0 " ) );
    EXPECT_NE( std::string::npos,
               all.out.find( "TCAM group 7 in PIPE 0 uses 6 entries and can use up to 1533 more.\n" ) );
 }
@@ -89,25 +141,34 @@ TEST_F( ShowIntegrationTest, BankSummaryRawSlicesAndReservations ) {
  Banks           Used By
 --------------------------------------------
  0               IP ACL EGRESS
- 0, 1            IP ACL
- 2, 3            MAC ACL
- 4, 5            IP Copp
+ 0, 1            MAC ACL VFP
+ 0, 1, 2         Dot1x traffic
+ 10, 11          IP Copp
+ 4, 5            OpenFlow Exception Flows
+ 6, 7            IP ACL
+ 8, 9            MAC ACL
 --------------------------------------------
 )" );
    ShowRun raw = show( { "tcam", "raw", "--unit", "1" } );
    EXPECT_EQ( 0, raw.exitCode );
    EXPECT_EQ( 0u, raw.out.find( "-----------------------------------------------\n"
                                 "|Stage                                    IFP |\n" ) );
-   EXPECT_NE( std::string::npos, raw.out.find( "|                        0 |    256 |     253 |\n" ) );
-   EXPECT_NE( std::string::npos, raw.out.find( "|                          |   3072 |    3066 |\n" ) );
+   // The IP ACL's three entries and their twins in its two slices, the
+   // reservations' 47 and 110 entries and their twins in theirs.
+   for ( const char * line : { "|                        6 |    256 |     250 |\n",
+                               "|                        4 |    256 |     162 |\n",
+                               "|                        0 |    256 |      36 |\n",
+                               "|                          |   3072 |    2212 |\n" } ) {
+      EXPECT_NE( std::string::npos, raw.out.find( line ) ) << line;
+   }
    ShowRun reservations = show( { "tcam", "reservations" } );
    EXPECT_EQ( 0u, reservations.out.find( "Assignment  Reservation\n        75  OpenFlow UDF\n" ) );
    EXPECT_EQ( 128, std::count( reservations.out.begin(), reservations.out.end(), '\n' ) );
 }
 
 TEST_F( ShowIntegrationTest, AnEntryDecoded ) {
-   expectOutput( { "tcam", "entry", "0x800011", "--unit", "1" }, R"(
-=== TCAM entry information for test-switch; entry ID: 0x800011 (8388625) ===
+   expectOutput( { "tcam", "entry", "0x2", "--unit", "1" }, R"(
+=== TCAM entry information for test-switch; entry ID: 0x2 (2) ===
    Group: 7
 
 === Qualifiers ===
@@ -139,12 +200,17 @@ Counters:
 TEST_F( ShowIntegrationTest, TheTablesOfAUnit ) {
    expectOutput( { "tcam", "stages", "--unit", "0" }, R"(Unit 0: 3 stages
  Stage  Name   Pipe mode   Pipes  TCAM entries
-     0  IFP    pipe-local      4         36864
+     0  IFP    pipe-local      4         73728
      1  VFP    global          1          2048
      2  EFP    global          1          2048
 )" );
-   const std::string groups = R"(Unit 0, stage IFP, pipe 0: 3 groups
+   const std::string groups = R"(Unit 0, stage IFP, pipe 0: 8 groups
  Group  Name                               Allocated      Free Copies  SDK group
+     2  IFP_GROUP_L3CTRL_SNOOPING_HELM            47      1489      1  0x00000002
+     3  IFP_GROUP_L2CTL_DOT1xMBA                   2      1534      1  0x00000003
+     4  IFP_GROUP_L2CTL_ARP_REQUEST                2      1534      1  0x00000004
+     5  IFP_GROUP_L2CTL_ARP_REPLY                  2      1534      1  0x00000005
+     6  IFP_GROUP_L2CTL_L3ROUTING                104       664      1  0x00000006
      7  IFP_GROUP_IP_ACL                           6      1533      2  0x00000007
      8  IFP_GROUP_MAC_ACL                          0      1536      2  0x00000008
     25  IFP_GROUP_COPP_IP                          0      1536      1  0x00000019
@@ -156,11 +222,29 @@ TEST_F( ShowIntegrationTest, TheTablesOfAUnit ) {
  Group  Name                               Allocated      Free Copies  SDK group
     60  EFP_GROUP_IP_ACL                           0      1024      1  0x0000003c
 )" );
-   expectOutput( { "tcam", "features", "--unit", "1" }, R"(Unit 1, stage IFP, pipe 0: 0 features
+   expectOutput( { "tcam", "features", "--unit", "1" }, R"(Unit 1, stage IFP, pipe 0: 15 features
  Feature  Name                                      Group Allocated      Used
+      24  Mlag control traffic                          2         4         0
+      25  HELM traffic                                  2         6         0
+      26  L3 Control Priority                           2        28         0
+      27  IGMP Snooping Flooding                        2         8         0
+      29  L4 MicroBfd traffic                           2         1         0
+      32  Dot1x traffic                                 6         2         0
+      35  ARP Request Inspection                        6         2         0
+      36  ARP Reply Inspection                          6         2         0
+      37  ACL Management                                6         6         0
+      38  Vxlan Traffic                                 6        29         0
+      39  L2 Control Priority                           6        11         0
+      42  Storm Control Management                      6         2         0
+      43  L3 Routing                                    6        52         0
+      46  ACL Port Blocking Rules                       6         4         0
+      70  IP ACL                                        7         3         3
 )" );
-   expectOutput( { "tcam", "entries", "--unit", "1" }, R"(Unit 1, stage IFP, pipe 0: 0 entries
+   expectOutput( { "tcam", "entries", "--unit", "1" }, R"(Unit 1, stage IFP, pipe 0: 3 entries
      Entry  Feature  Group         Hits  Name
+         1       70      7            1  acl rule 0
+         2       70      7            2  acl rule 1
+         3       70      7            3  acl rule 2
 )" );
 }
 
@@ -184,7 +268,7 @@ TEST_F( ShowIntegrationTest, TheMapAsTextJsonAndPicture ) {
    ShowRun picture = show( { "tcam", "map", "--unit", "0", "--pipe", "2", "--svg", svg, "--json" } );
    EXPECT_EQ( 0, picture.exitCode ) << picture.err;
    EXPECT_EQ( 0u, picture.out.find( "{\"blocks\":[{\"unit\":0,\"stage\":0,\"stageName\":\"IFP\","
-                                    "\"pipe\":2,\"slices\":[{\"slice\":24,\"entries\":768," ) );
+                                    "\"pipe\":2,\"slices\":[{\"slice\":48,\"entries\":768," ) );
    std::ifstream file( svg );
    std::stringstream text;
    text << file.rdbuf();
@@ -195,10 +279,12 @@ TEST_F( ShowIntegrationTest, TheMapAsTextJsonAndPicture ) {
 
 TEST_F( ShowIntegrationTest, JsonOfTablesAndReports ) {
    ShowRun groups = show( { "tcam", "groups", "--unit", "1", "--json" } );
-   EXPECT_EQ( "{\"unit\":1,\"stage\":0,\"pipe\":0,\"groups\":[{\"group\":7,\"name\":"
-              "\"IFP_GROUP_IP_ACL\",\"allocatedEntries\":3,\"freeEntries\":1021,\"numCopies\":1,"
-              "\"globalGroupId\":7},",
-              groups.out.substr( 0, 149 ) );
+   EXPECT_EQ( 0u,
+              groups.out.find( "{\"unit\":1,\"stage\":0,\"pipe\":0,\"groups\":[{\"group\":2," ) );
+   EXPECT_NE( std::string::npos,
+              groups.out.find( "{\"group\":7,\"name\":\"IFP_GROUP_IP_ACL\",\"allocatedEntries\":3,"
+                               "\"freeEntries\":125,\"numCopies\":1,\"globalGroupId\":7}," ) )
+      << groups.out;
    ShowRun stages = show( { "tcam", "stages", "--unit", "1", "--json" } );
    EXPECT_EQ( 0u, stages.out.find( "{\"unit\":1,\"stages\":[{\"stage\":0,\"name\":\"IFP\","
                                    "\"pipeOperationMode\":0,\"mode\":\"global\",\"numPipes\":1,"
@@ -288,7 +374,7 @@ TEST_F( ShowIntegrationTest, DamagedTablesAreReportedAndTheAgentKeepsServing ) {
    }
    ShowRun truncated = show( { "tcam", "groups", "--unit", "0" } ); // names are a courtesy
    EXPECT_EQ( 0, truncated.exitCode ) << truncated.err;
-   EXPECT_EQ( 0u, truncated.out.find( "Unit 0, stage 0, pipe 0: 3 groups\n" ) );
+   EXPECT_EQ( 0u, truncated.out.find( "Unit 0, stage 0, pipe 0: 8 groups\n" ) );
    expectOutput( { "tcam", "usage", "--unit", "1" }, usageUnit1 );
 }
 
@@ -318,7 +404,7 @@ TEST( ShowStaleAgentTest, ADeadAgentIsNotTakenForALiveOne ) {
    ASSERT_TRUE( second.ready() ) << second.errors();
    ShowRun alive = with( { "tcam", "groups" } );
    EXPECT_EQ( 0, alive.exitCode ) << alive.err;
-   EXPECT_EQ( 0u, alive.out.find( "Unit 0, stage IFP, pipe 0: 3 groups\n" ) );
+   EXPECT_EQ( 0u, alive.out.find( "Unit 0, stage IFP, pipe 0: 5 groups\n" ) );
    EXPECT_EQ( 0, second.stop() );
 }
 

@@ -30,7 +30,11 @@ dropRedConfig( U32 burstBytes = 1000, U32 flags = 0 ) {
 
 class PolicerTest : public testing::TestWithParam< ProfileFacts > {
  protected:
-   U32 pipes() const { return GetParam().ingressPipes; }
+   // Policers a logical policer is made of: one per pipe, and one for the
+   // outer-VLAN twins where they are the second pipe.
+   U32 pipes() const { return GetParam().pipes(); }
+   // The chip's own pipes, which meter independently.
+   U32 modelPipes() const { return GetParam().ingressPipes; }
    const ChipModel::Policer *
    policer( U32 id ) const {
       return m.box.unit( 0 ).state().policers.policer( static_cast< bcm_policer_t >( id ) );
@@ -86,7 +90,7 @@ TEST_P( PolicerTest, APolicerMetersTheTrafficOfEveryPipe ) {
    U32 base = m.manager->createPolicer( 0, dropRedConfig( 1000 ) );
    ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_QOS_ ) );
    std::vector< DropEntry > entries;
-   for ( U32 pipe = 0; pipe < pipes(); ++pipe ) {
+   for ( U32 pipe = 0; pipe < modelPipes(); ++pipe ) {
       U32 pipeGroup = m.manager->getPipeGroupId( 0, pipe, 0, IFP_GROUP_QOS_ );
       bcm_field_entry_t entry = 0;
       ASSERT_EQ( BCM_E_NONE, m.sdk( [ & ] {
@@ -99,7 +103,7 @@ TEST_P( PolicerTest, APolicerMetersTheTrafficOfEveryPipe ) {
                  } ) );
       EXPECT_EQ( std::optional< U32 >( pipe ), policer( U32( pipePolicer ) )->pipe );
    }
-   for ( U32 pipe = 0; pipe < pipes(); ++pipe ) {
+   for ( U32 pipe = 0; pipe < modelPipes(); ++pipe ) {
       U32 passed = 0;
       for ( int i = 0; i < 20; ++i ) {
          ChipModel::Packet p = udpWith( portOfPipe( m, pipe ), {} );
@@ -135,10 +139,12 @@ TEST( PolicerIdTest, APipesIdIsAPureFunctionOfItsArguments ) {
       EXPECT_EQ( 0x7ffffffu, m.manager->getPipePolicerId( unit, 7, 0xffffff ) );
       EXPECT_EQ( 0x1000017u, m.manager->getPipePolicerId( unit, 9, 0x17 ) ); // pipe bits only
    }
-   // The unit's pipes decide how many there are.
+   // The unit's pipes decide how many there are: on the single-pipe chip
+   // the outer-VLAN twins are a second pipe with a policer of their own.
    EXPECT_EQ( 0u, m.box.counts( 1 ).policers );
-   m.manager->createPolicer( 1, dropRedConfig() );
-   EXPECT_EQ( 1u, m.box.counts( 1 ).policers );
+   U32 base = m.manager->createPolicer( 1, dropRedConfig() );
+   EXPECT_EQ( 2u, m.box.counts( 1 ).policers );
+   EXPECT_TRUE( m.box.unit( 1 ).state().policers.policer( int( base | 1u << 24 ) ) );
 }
 
 TEST( PolicerDeathTest, AnEmptyConfigurationAborts ) {

@@ -1,7 +1,9 @@
 // User-defined-field tests: the group manager on a profile, two entry
 // managers of different groups (the IP ACL and QoS groups, whose keys leave
 // room for fields on every chip), and readers of what the chip model holds
-// for a field.
+// for a field. The two managers get the widest budget a group has (the
+// mirroring groups' 32 bytes) so that the tests reach the chip's own limits
+// rather than the 8 bytes these groups keep by default.
 #pragma once
 
 #include "tests/resources/ResourceFixture.h"
@@ -15,10 +17,14 @@ constexpr U32 noEthType = UdfUnitSpec::ethTypeNotSet;
 class UdfBox {
  public:
    explicit UdfBox( const std::string & profile )
-         : m{ { profile } }, first( managerOf( firstGroup ) ), second( managerOf( secondGroup ) ) {}
+         : m{ { profile } }, first( managerOf( firstGroup ) ), second( managerOf( secondGroup ) ) {
+      first->maxUdfLengthIs( widestGroupBudget );
+      second->maxUdfLengthIs( widestGroupBudget );
+   }
 
    static constexpr U32 firstGroup = IFP_GROUP_IP_ACL_;
    static constexpr U32 secondGroup = IFP_GROUP_QOS_;
+   static constexpr U8 widestGroupBudget = 32;
 
    // An entry manager of the group that the manager registered.
    Kiln::Ptr< TesselTcamEntryManager >

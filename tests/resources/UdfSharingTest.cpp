@@ -166,6 +166,24 @@ TEST_P( UdfTest, AFieldBeyondTheGroupsWidthIsRefusedWithNothingProgrammed ) {
    EXPECT_FALSE( atL3( u.first, 8, 2 ).empty() );
 }
 
+// Only the mirroring groups match long fields; every other group's fields
+// add up to 8 bytes at most.
+TEST_P( UdfTest, AGroupHoldsEightBytesOfFieldsAMirroringGroupThirtyTwo ) {
+   FastLog::TraceCapture trace( "TesselTcam", FastLog::TraceLevels::only( 5 ) );
+   Kiln::Ptr< TesselTcamEntryManager > v6 = u.managerOf( IFP_GROUP_IPV6_ACL_ );
+   Kiln::Ptr< TesselTcamEntryManager > mirror = u.managerOf( IFP_GROUP_MIRROR_ACL_1_ );
+   ASSERT_TRUE( v6 && mirror );
+   auto v6Field = [ & ]( const Kiln::Ptr< TesselTcamEntryManager > & manager, U8 offset,
+                         U8 length ) {
+      return manager->getAclUdf( 0, Acl::ipv6_, noEthType, UdfBaseL3HeaderStart, offset, length );
+   };
+   EXPECT_FALSE( v6Field( v6, 0, 8 ).empty() );
+   EXPECT_TRUE( v6Field( v6, 8, 1 ).empty() );
+   EXPECT_THAT( textsWith( trace, "groupUdfWidthExceeded" ),
+                testing::ElementsAre( testing::EndsWith( "UDF length: 1 Max UDF length:8" ) ) );
+   EXPECT_FALSE( v6Field( mirror, 8, 16 ).empty() );
+}
+
 TEST_P( UdfTest, AFieldBeyondTheUnitsWidthIsRefused ) {
    FastLog::TraceCapture trace( "TesselTcam", FastLog::TraceLevels::only( 5 ) );
    u.m.manager->maxUdfLengthIs( 0, 5 );

@@ -16,6 +16,7 @@ namespace ShowTest {
 
 using namespace Tessel;
 using ManagerTest::ManagerBox;
+using ManagerTest::Reservations;
 
 // What `write( fd )` writes into a fresh descriptor.
 inline std::string

@@ -41,22 +41,33 @@ row( const std::string & banks, const std::string & name ) {
    return line;
 }
 
+// The names of the reservations the unit keeps in a group, in table order.
+std::vector< std::string >
+keptReservations( ManagerBox & m, U32 group ) {
+   std::vector< std::string > names;
+   for ( U32 i = 0; i < numTcamReservations(); ++i ) {
+      const TcamReservation * row = getTcamReservation( i );
+      if ( U32( row->groupId ) == group &&
+           reservationKept( *m.manager->chipInfo( 0 ), row->featureId ) ) {
+         names.push_back( row->name );
+      }
+   }
+   return names;
+}
+
+// The groups reserved at start-up (the control-plane groups 2 and 6) are
+// each shared by several reservations; the IP ACL group has one.
 TEST( BankSummaryTest, EachSetOfBanksShowsTheFirstReservationThatUsesIt ) {
    ManagerBox m{ { "single" } };
    ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_IP_ACL_ ) );
-   ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_L2CTL_L3ROUTING_ ) );
-   // The control-plane group is shared by several reservations.
-   std::vector< std::string > names;
-   for ( U32 i = 0; i < numTcamReservations(); ++i ) {
-      if ( getTcamReservation( i )->groupId == IFP_GROUP_L2CTL_L3ROUTING_ &&
-           reservationKept( *m.manager->chipInfo( 0 ), getTcamReservation( i )->featureId ) ) {
-         names.push_back( getTcamReservation( i )->name );
-      }
+   ASSERT_GT( keptReservations( m, IFP_GROUP_L2CTL_L3ROUTING_ ).size(), 1u );
+   std::map< std::string, std::string > rows;
+   for ( U32 group : { IFP_GROUP_L3CTRL_SNOOPING_HELM_, IFP_GROUP_L2CTL_L3ROUTING_,
+                       IFP_GROUP_IP_ACL_ } ) {
+      ASSERT_TRUE( m.group( group ) ) << group;
+      rows.emplace( banksOf( m, group ), keptReservations( m, group ).at( 0 ) );
    }
-   ASSERT_GT( names.size(), 1u );
-   std::map< std::string, std::string > rows = {
-      { banksOf( m, IFP_GROUP_IP_ACL_ ), "IP ACL" },
-      { banksOf( m, IFP_GROUP_L2CTL_L3ROUTING_ ), names[ 0 ] } };
+   ASSERT_EQ( 3u, rows.size() );
    std::string expected = summaryHead;
    for ( const auto & [ banks, name ] : rows ) {
       expected += row( banks, name );
@@ -133,8 +144,10 @@ const char * const singleRaw = R"(----------------------------------------------
 -----------------------------------------------
 )";
 
+// On a bare unit (no reservations made at start-up), three entries in the
+// IP ACL group's double-wide rows.
 TEST( RawSliceTableTest, EveryStageWithItsSlicesAndTotals ) {
-   ManagerBox m{ { "single" } };
+   ManagerBox m{ { "single" }, true, Reservations::release };
    ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_IP_ACL_ ) );
    int group = IFP_GROUP_IP_ACL_;
    for ( int entry = 1; entry <= 3; ++entry ) {
@@ -157,10 +170,16 @@ occurrences( const std::string & text, const std::string & part ) {
 // The THx-like chip counts IFP slices in half rows: the report halves the
 // slice sizes and the total, not the free counts.
 TEST( RawSliceTableTest, HalfRowChipsShowTheirIfpSlicesHalved ) {
-   ManagerBox m{ { "thx" } };
+   ManagerBox m{ { "thx" }, true, Reservations::release };
+   const ChipModel::Profile & thx = m.box.unit( 0 ).profile();
+   const ChipModel::StageProfile & ifp = thx.stages.at( 0 );
+   ASSERT_EQ( 768u, ifp.entriesPerSlice ); // the field control says 1536 half rows
+   U32 slices = ifp.slicesPerPipe * thx.pipes;
    std::string text = tcamUsage( 0 ).str();
-   EXPECT_EQ( 48u, occurrences( text, " |    768 |     768 |\n" ) );
-   EXPECT_NE( std::string::npos, text.find( "|                          |  36864 |   36864 |\n" ) );
+   EXPECT_EQ( slices, occurrences( text, " |    768 |     768 |\n" ) );
+   char total[ 64 ];
+   std::snprintf( total, sizeof total, "|%25s |%7u |%8u |\n", "", slices * 768, slices * 768 );
+   EXPECT_NE( std::string::npos, text.find( total ) ) << total;
    EXPECT_EQ( 8u, occurrences( text, " |    512 |     512 |\n" ) ); // VFP and EFP as they are
 }
 

@@ -3,9 +3,10 @@
 // a few groups with entries (qualified, installed, hit by packets), and the
 // command-line server on an activity loop.
 //
-// The entries are made through the SDK in the first pipe group of the IPv4
-// ACL group and counted in that pipe group the way entry allocation counts
-// its entries, so the reports have something to show.
+// The entries are made the way a feature makes them: from the IPv4 ACL
+// reservation's entry manager (every pipe, copy and outer-VLAN twin), then
+// qualified on the base entry and installed, so the reports have something
+// to show. The units keep the reservations made at start-up.
 #pragma once
 
 #include <memory>
@@ -41,9 +42,6 @@ agentGroups() {
       VFP_GROUP_MAC_ACL_ };
    return groups;
 }
-
-// The first entry id the agent makes; the others follow it.
-constexpr U32 firstEntryId = 0x800010;
 
 inline ChipModel::Box::Options
 boxOptions() {
@@ -93,36 +91,33 @@ class Agent {
       return call();
    }
 
-   // Entries in the first pipe group of the IPv4 ACL group: each matches
-   // TCP to port 80 + n from 10.0.0.n, drops and counts, and sees n + 1
-   // packets.
+   // Entries of the IPv4 ACL reservation: each matches TCP to port 80 + n
+   // from 10.0.0.n, drops and counts, and sees n + 1 packets.
    void
    makeEntries( U32 unit ) {
+      Kiln::Ptr< TesselUnboundedTcamEntryManager > acl =
+         manager_->unboundedEntryManager( ipAclTcamGroup_ );
       int unitId = int( unit );
-      int group = int( manager_->getPipeGroupId( unit, 0, 0, IFP_GROUP_IP_ACL_ ) );
       int inPort = 1;
       for ( U32 n = 0; n < settings_.entries; ++n ) {
-         int entry = int( firstEntryId + n );
-         sdk( [ & ] {
-            bcm_field_entry_create_id( unitId, group, entry );
-            bcm_field_qualify_SrcIp( unitId, entry, 0x0a000000 + n, 0xffffffff );
-            bcm_field_qualify_IpProtocol( unitId, entry, 6, 0xff );
-            bcm_field_qualify_L4DstPort( unitId, entry, int( 80 + n ), 0xffff );
-            bcm_field_action_add( unitId, entry, bcmFieldActionDrop, 0, 0 );
-            bcm_field_stat_t types[] = { bcmFieldStatPackets, bcmFieldStatBytes };
-            int stat = 0;
-            bcm_field_stat_create( unitId, group, 2, types, &stat );
-            bcm_field_entry_stat_attach( unitId, entry, stat );
-            return bcm_field_entry_install( unitId, entry );
-         } );
-         for ( U32 packet = 0; packet <= n; ++packet ) {
-            box_.send( unit, ChipModel::Packet::ipv4( inPort, 0x0a000000 + n, 0x0b000001, 6,
-                                                      1024, U16( 80 + n ) ) );
+         int entry = int( acl->getEntry( unit, "acl rule " + std::to_string( n ) ) );
+         if ( entry == 0 ) {
+            return;
          }
-      }
-      GroupIdToPipeGroupId key{ IFP_GROUP_IP_ACL_, U32( group ) };
-      if ( manager_->groupCountsHas( key ) ) {
-         manager_->groupCounts( key )->unitAllocatedInc( unit, S32( settings_.entries ) );
+         sdk( [ & ] {
+            return bcm_field_qualify_SrcIp( unitId, entry, 0x0a000000 + n, 0xffffffff ) |
+                   bcm_field_qualify_IpProtocol( unitId, entry, 6, 0xff ) |
+                   bcm_field_qualify_L4DstPort( unitId, entry, int( 80 + n ), 0xffff ) |
+                   bcm_field_action_add( unitId, entry, bcmFieldActionDrop, 0, 0 );
+         } );
+         acl->installEntry( unit, U32( entry ) );
+         for ( U32 packet = 0; packet <= n; ++packet ) {
+            sdk( [ & ] {
+               box_.send( unit, ChipModel::Packet::ipv4( inPort, 0x0a000000 + n, 0x0b000001, 6,
+                                                         1024, U16( 80 + n ) ) );
+               return 0;
+            } );
+         }
       }
    }
 
