@@ -12,6 +12,9 @@
 //                               standard error gets
 //                               "<file>:<line> <call text> API ERROR:<error string> (<code>)"
 //                               and the caller aborts on the assertion "0".
+//   SDK_CALL_RESOURCE_OK( call )  as SDK_CALL_CHECKED, except that the
+//                               resource-exhausted code (BCM_E_RESOURCE) is
+//                               returned for the caller to handle.
 //   SDK_CALL_NO_RC_CHECK( call )  result deliberately ignored; the trace line
 //                               ends in " no rc check".
 //   SDK_CALL_UNIT( unit, call ) returns the code; a negative code is also traced
@@ -76,6 +79,14 @@ TESSEL_EXPORT void sdkCallErrorTrace( U32 unit, const char * callText, int rc,
 #define SDK_CALL_CHECKED( call )                                                   \
    ( { int sdkRc_ = SDK_CALL_TEXT_( #call, call );                                 \
        if ( sdkRc_ < 0 ) {                                                         \
+          ::Tessel::sdkCallFatalReport( __FILE_NAME__, __LINE__, #call, sdkRc_ );  \
+          KILN_ASSERT( 0 );                                                        \
+       }                                                                           \
+       sdkRc_; } )
+
+#define SDK_CALL_RESOURCE_OK( call )                                               \
+   ( { int sdkRc_ = SDK_CALL_TEXT_( #call, call );                                 \
+       if ( sdkRc_ < 0 && sdkRc_ != BCM_E_RESOURCE ) {                             \
           ::Tessel::sdkCallFatalReport( __FILE_NAME__, __LINE__, #call, sdkRc_ );  \
           KILN_ASSERT( 0 );                                                        \
        }                                                                           \

@@ -26,6 +26,7 @@ chipInfoFromShim( U16 moduleId, const std::vector< U32 > & units ) {
    info.udfWidthsJoinedIs( shim.udfWidthsJoined( unit ) );
    info.serialMuxAllocationIs( shim.requiresSerialMuxAllocation( unit ) );
    info.classIdCompressionIs( shim.hasClassStage( unit ) );
+   info.untaggedOuterVlanZeroIs( shim.untaggedOuterVlanZero( unit ) );
    return info;
 }
 

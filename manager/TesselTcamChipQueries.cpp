@@ -2,6 +2,7 @@
 #include "manager/TesselTcamGroupManager.h"
 
 #include "catalogue/TesselTcamGroups.h"
+#include "common/TesselSdkCall.h"
 #include "manager/SdkShimAccess.h"
 
 namespace Tessel {
@@ -100,6 +101,31 @@ TesselTcamGroupManager::groupNeedsIpbmWAR( U32 unit, U32 groupId ) const {
       flag = qosIpv6KeyWidthMode() == 1;
    }
    return flag != 0;
+}
+
+bool
+TesselTcamGroupManager::ovidWarNeeded( U32 unit ) const {
+   const Agent::ChipInfo * info = chipInfo( unit );
+   return info && info->untaggedOuterVlanZero() && !info->perPipeIngress();
+}
+
+const Shim::PortConfig *
+TesselTcamGroupManager::unitPortConfig( U32 unit ) {
+   auto found = portConfigs_.find( unit );
+   if ( found != portConfigs_.end() ) {
+      return &found->second;
+   }
+   Shim::PortConfig portConfig;
+   if ( SDK_CALL_UNIT( unit, bcm_port_config_get( unit, &portConfig ) ) < 0 ) {
+      return nullptr;
+   }
+   return &portConfigs_.emplace( unit, portConfig ).first->second;
+}
+
+int
+TesselTcamGroupManager::getLoopbackPortId( U32 unit, U32 pipe ) {
+   const Shim::PortConfig * portConfig = unitPortConfig( unit );
+   return portConfig ? portConfig->loopback_port( pipe ) : -1;
 }
 
 U32

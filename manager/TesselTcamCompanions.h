@@ -1,8 +1,8 @@
 // Objects the group manager owns or points at whose behaviour lives outside
-// group management: the outer-VLAN-ID watch, the command line's request
-// channel, the simulation stub, and the run-time qualifier exclusions. The
-// group manager creates and drops them at the right moments; each starts as
-// an empty named entity and carries its behaviour where it is built.
+// group management: the simulation stub and the run-time qualifier
+// exclusions. The group manager creates and drops them at the right moments;
+// each starts as an empty named entity and carries its behaviour where it is
+// built.
 #pragma once
 
 #include <vector>
@@ -12,40 +12,6 @@
 #include "platform/kiln/Types.h"
 
 namespace Tessel {
-
-// Watches the untagged ports of the VLANs that outer-VLAN twins depend on.
-class TESSEL_EXPORT TesselOvidWarSm : public Kiln::Entity {
- public:
-   TesselOvidWarSm( const Kiln::Name & name, U32 unit )
-         : Kiln::Entity( name ), unit_( unit ) {}
-   U32 unit() const { return unit_; }
-
- private:
-   U32 unit_;
-};
-
-// Where the command line's show requests arrive.
-class TESSEL_EXPORT TesselTcamVaultRequest : public Kiln::Entity {
- public:
-   explicit TesselTcamVaultRequest( const Kiln::Name & name ) : Kiln::Entity( name ) {}
-};
-
-// Serves the requests of a TesselTcamVaultRequest.
-class TESSEL_EXPORT TesselTcamVaultSm : public Kiln::Entity {
- public:
-   TesselTcamVaultSm( const Kiln::Name & name, const Kiln::Ptr< TesselTcamVaultRequest > & req )
-         : Kiln::Entity( name ), request_( req ) {}
-   const Kiln::Ptr< TesselTcamVaultRequest > & request() const { return request_; }
-
- private:
-   Kiln::Ptr< TesselTcamVaultRequest > request_;
-};
-
-// The command line's shared-memory helper.
-class TESSEL_EXPORT TesselTcamCliVaultHelper : public Kiln::Entity {
- public:
-   explicit TesselTcamCliVaultHelper( const Kiln::Name & name ) : Kiln::Entity( name ) {}
-};
 
 // The software stand-in for the SDK used when the agent runs without chips.
 class TESSEL_EXPORT TesselTcamStub : public Kiln::Entity {

@@ -1,11 +1,33 @@
+// Entry managers: construction, entry ids, the per-unit frame the group
+// manager drives, and exhaustion.
 #include "manager/TesselTcamEntryManager.h"
 
+#include <set>
+
+#include "catalogue/TcamEarlyReservation.h"
+#include "catalogue/TesselTcamGroups.h"
+#include "common/TesselSdkCall.h"
+#include "manager/ReservationLayout.h"
 #include "manager/TesselTcamGroupManager.h"
+#include "platform/fastlog/FastLog.h"
 #include "platform/fastlog/Trace.h"
 
 TRACE_CHANNEL( "TesselTcamEntryManager" );
 
 namespace Tessel {
+
+namespace {
+
+constexpr U32 entryIdMask = 0x00FFFFFF;
+constexpr U32 entryPipeShift = 24;
+constexpr U32 entryCopyShift = 27;
+
+bool
+isMirrorAclGroup( U32 group ) {
+   return group >= IFP_GROUP_MIRROR_ACL_1_ && group <= IFP_GROUP_MIRROR_ACL_4_;
+}
+
+} // namespace
 
 TesselTcamEntryManager::TesselTcamEntryManager(
    const Kiln::Name & name, TcamGroupAssignment groupAssignment, const Kiln::String & desc,
@@ -19,27 +41,99 @@ TesselTcamEntryManager::TesselTcamEntryManager(
 
 TesselTcamEntryManager::~TesselTcamEntryManager() = default;
 
+U32
+TesselTcamEntryManager::getPipeEntryId( U32, U32 pipe, U32 entry, U32 copy ) {
+   return ( entry & entryIdMask ) | ( ( pipe & 7 ) << entryPipeShift ) |
+          ( ( copy & 1 ) << entryCopyShift );
+}
+
+U32
+TesselTcamEntryManager::getBaseCopyEntryId( U32 entry ) {
+   return entry & ~( 1u << entryCopyShift );
+}
+
+UnitEntriesCreated &
+TesselTcamEntryManager::unitRecord( U32 unit ) const {
+   const Kiln::Ptr< UnitEntriesCreated > * record = internalUnitEntry_.find( unit );
+   KILN_ASSERT_MSG( record && *record, "unit not set up for the entry manager" );
+   return **record;
+}
+
 void
 TesselTcamEntryManager::handleInitialized() {
    TRACE8( "TesselTcamEntryManager::" << "handleInitialized" << " group " << group()
                                       << " baseEntry " << baseEntry() << " endEntry "
                                       << endEntry() << " desc " << desc() );
+   // Only the mirroring ACL groups match long user-defined fields.
+   if ( !isMirrorAclGroup( group() ) ) {
+      maxUdfLengthIs( 8 );
+   }
    if ( !groupManager_ ) {
       return;
    }
    for ( U32 unit : groupManager_->units() ) {
-      initializeUnit( unit );
+      if ( groupManager_->stageIngressHas( unit ) ) {
+         initializeUnit( unit );
+      }
    }
+   initializedIs( true );
 }
 
 void
 TesselTcamEntryManager::initializeUnit( U32 unit ) {
+   if ( internalUnitEntryHas( unit ) ) {
+      return;
+   }
    internalUnitEntryIs( unit );
    exhaustedIs( unit, false );
+   if ( reservesAtBeginning( unit ) ) {
+      reserveRange( unit );
+   }
+}
+
+// The at-beginning range holds the group for itself, so the group stays
+// while the range does, whoever else comes and goes.
+void
+TesselTcamEntryManager::reserveRange( U32 unit ) {
+   TRACE5( "Unit: " << unit << " reserving entries 0x" << std::hex << baseEntry() << " to 0x"
+                    << endEntry() << std::dec << " of group " << group() << " desc " << desc() );
+   KILN_ASSERT( initializeGroup( unit ) );
+   allocateAllEntries( unit );
+}
+
+void
+TesselTcamEntryManager::releaseRange( U32 unit ) {
+   UnitEntriesCreated & record = unitRecord( unit );
+   KILN_ASSERT( strategy() == tcamAllocateAtBeginning() && record.rangeAllocated() );
+   KILN_ASSERT( record.entryCreatedCollection().empty() );
+   deallocateAllEntries( unit );
+   groupManager()->uninitializeGroup( unit, group() );
+}
+
+bool
+TesselTcamEntryManager::reservesAtBeginning( U32 unit ) const {
+   TesselTcamGroupManager * manager = groupManager();
+   const Agent::ChipInfo * info = manager ? manager->chipInfo( unit ) : nullptr;
+   if ( !info || !reservationKept( *info, groupAssignment() ) ) {
+      return false;
+   }
+   EarlyReservationFacts facts = earlyReservationFacts(
+      manager->platformState().get(), manager->p4RuntimeEnabled(), unit );
+   return Tessel::reservesAtBeginning( group(), strategy(), facts );
 }
 
 void
 TesselTcamEntryManager::forgetUnit( U32 unit ) {
+   if ( internalUnitEntryHas( unit ) ) {
+      TRACE7( "forgetUnit unit " << unit << " group " << group() );
+      UnitEntriesCreated & record = unitRecord( unit );
+      for ( U32 entry : record.entryCreatedCollection().keys() ) {
+         releaseEntryInternal( unit, entry, false );
+      }
+      if ( record.rangeAllocated() ) {
+         deallocateAllEntries( unit );
+      }
+   }
    exhaustedDel( unit );
    internalUnitEntryDel( unit );
 }
@@ -47,26 +141,109 @@ TesselTcamEntryManager::forgetUnit( U32 unit ) {
 void
 TesselTcamEntryManager::compressEntries( U32 unit ) {
    TRACE8( "compressEntries unit " << unit << " group " << group() );
+   std::set< U32 > compressed;
+   for ( U32 groupId : layoutOf( unit ).pipeGroupIds ) {
+      if ( !compressed.insert( groupId ).second ) {
+         continue;
+      }
+      SDK_CALL_NO_RC_CHECK( bcm_field_group_compress( unit, groupId ) );
+      FASTLOG( "fp group compress ", "(group=", groupId, ")" );
+   }
+   if ( groupManager() ) {
+      groupManager()->sliceFreedDel( unit );
+   }
 }
 
-U32
-TesselTcamEntryManager::entriesAllocated( U32 ) const {
-   return 0;
-}
-
+// Exhaustion reaches managers of other groups only with freed space, so
+// without it only the group's own managers are visited.
 void
-TesselTcamEntryManager::releaseEntry( U32 unit, U32 entry ) {
-   releaseEntryInternal( unit, entry, true );
+TesselTcamEntryManager::setExhausted( U32 unit, bool exhausted, bool freed ) {
+   exhaustedIs( unit, exhausted );
+   TesselTcamGroupManager * manager = groupManager();
+   if ( !manager ) {
+      return;
+   }
+   if ( freed ) {
+      for ( const auto & [ assignment, other ] : manager->entryManagerCollection() ) {
+         other->setExhaustedForManager( unit, exhausted, group(), freed );
+      }
+      for ( const auto & [ assignment, other ] : manager->unboundedEntryManagerCollection() ) {
+         other->setExhaustedForManager( unit, exhausted, group(), freed );
+      }
+      manager->sliceFreedIs( unit );
+      return;
+   }
+   const auto & sameGroup = manager->entryManagersOfGroup( group() );
+   bool changes = false;
+   for ( const Kiln::Ptr< TesselTcamEntryManager > & other : sameGroup ) {
+      changes = changes || !other->exhaustedHas( unit ) || other->exhausted( unit ) != exhausted;
+   }
+   if ( !changes ) {
+      return;
+   }
+   // A copy: observers told of a change may change the managers.
+   std::vector< Kiln::Ptr< TesselTcamEntryManager > > managers = sameGroup;
+   for ( const Kiln::Ptr< TesselTcamEntryManager > & other : managers ) {
+      other->setExhaustedForManager( unit, exhausted, group(), freed );
+   }
 }
 
+// Running out in one hardware group says nothing about another; freeing
+// space (slices given back) may let any group grow again. Reserved ranges
+// and held chunks never run out.
 void
-TesselTcamEntryManager::releaseEntryInternal( U32 unit, U32 entry, bool mayRemoveGroup ) {
-   TRACE8( "releaseEntryInternal unit " << unit << " entry " << entry << " mayRemoveGroup "
-                                        << mayRemoveGroup );
+TesselTcamEntryManager::setExhaustedForManager( U32 unit, bool exhausted, U32 group,
+                                                bool freed ) {
+   if ( strategy() == tcamAllocateAtBeginning_ || !internalUnitEntryHas( unit ) ) {
+      return;
+   }
+   if ( strategy() == tcamAllocateAsChunk_ &&
+        !unitRecord( unit ).entryCreatedCollection().empty() ) {
+      return;
+   }
+   if ( group == this->group() ) {
+      exhaustedIs( unit, exhausted );
+   } else if ( !exhausted && freed ) {
+      exhaustedIs( unit, false );
+   }
+}
+
+bool
+TesselTcamEntryManager::rangeCheckersExhausted( U32 unit ) const {
+   return groupManager() && groupManager()->rangeCheckersExhaustedHas( unit );
 }
 
 TesselBoundedTcamEntryManager::~TesselBoundedTcamEntryManager() = default;
 
+U32
+TesselBoundedTcamEntryManager::getEntry( U32 unit, U32 entry, const Kiln::String & desc ) {
+   TRACE8( "getEntry unit " << unit << " entry " << entry << " desc: " << desc );
+   KILN_ASSERT( entry >= baseEntry() && entry < endEntry() );
+   return getEntryWithStats( unit, entry, desc, defaultStatTypes() );
+}
+
+U32
+TesselBoundedTcamEntryManager::getEntryWithStats( U32 unit, U32 entry, const Kiln::String & desc,
+                                                  const Kiln::Ptr< StatTypes > & statTypes ) {
+   KILN_ASSERT( entry >= baseEntry() && entry < endEntry() );
+   U32 id = getEntryBase( unit, entry, desc, statTypes );
+   if ( id ) {
+      setPriorityForEntry( unit, entry, invalidPrio() );
+   }
+   return id;
+}
+
 TesselUnboundedTcamEntryManager::~TesselUnboundedTcamEntryManager() = default;
+
+U32
+TesselUnboundedTcamEntryManager::getEntry( U32 unit, const Kiln::String & desc ) {
+   return getEntryBase( unit, anyEntry, desc, defaultStatTypes() );
+}
+
+U32
+TesselUnboundedTcamEntryManager::getEntryWithStats( U32 unit, const Kiln::String & desc,
+                                                    const Kiln::Ptr< StatTypes > & statTypes ) {
+   return getEntryBase( unit, anyEntry, desc, statTypes );
+}
 
 } // namespace Tessel

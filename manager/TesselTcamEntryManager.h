@@ -5,31 +5,59 @@
 // of that group.
 //
 //   TesselBoundedTcamEntryManager    a fixed range of logical entry ids,
-//                                    baseEntry (inclusive) to endEntry
+//                                    baseEntry (inclusive) to endEntry; the
+//                                    id fixes the entry's default priority
 //   TesselUnboundedTcamEntryManager  ids picked by the SDK
 //
-// Construction is final: the constructor parameters are the identity that
-// the group manager compares when a reservation is asked for again. What
-// this header gives beyond them is the per-unit frame that group management
-// drives (initializeUnit when a unit becomes known, forgetUnit when its
-// module goes, compressEntries before a group is torn down); entry
-// allocation, installation and release fill in those members and add their
-// own.
+// A logical entry is one SDK entry per pipe and copy of the group. The SDK
+// id of a copy is the logical id with the pipe in bits 24-26 and the copy
+// in bit 27 (getPipeEntryId); pipe 0, copy 0 is the base entry, which the
+// feature qualifies and gives actions before it installs:
+//
+//   id = manager->getEntry( unit, entry, "desc" );       // every copy exists,
+//                                                         // with its counters
+//   bcm_field_qualify_...( unit, id, ... );               // on the base entry
+//   manager->updateInPortsForEntry( unit, id, ports, false, false );  // optional
+//   manager->installEntry( unit, id );                    // every copy installed
+//   manager->hitsForEntry( unit, id );                    // summed over copies
+//   manager->removeEntry( unit, id );                     // out of hardware
+//   manager->releaseEntry( unit, id );                    // id given back
+//
+// When entries are created in hardware is the manager's strategy:
+// unbounded and on-demand create each entry when asked for and destroy it
+// on release; a chunk is created whole at the first request on a unit and
+// destroyed with the last release there; at-beginning ranges are created
+// when the unit is set up and kept. Released chunk and at-beginning entries
+// stay in hardware as scrubbed slots. The first entry on a unit takes a
+// reference on the group (creating it), the last release gives it back.
+//
+// Results: SDK errors never throw. getEntry answers 0 and marks the unit
+// exhausted, installEntry returns the first SDK error, reads yield what
+// could be read. Caller faults (an id outside the range, removing an entry
+// that is not installed, a failing priority change) abort with the texts
+// given below.
 //
 // Ownership: the group manager holds its entry managers in its collections;
 // an entry manager points back at its group manager without counting it
 // (the group manager outlives them: its destructor detaches those that
 // features still hold, and their groupManager() becomes null).
-// Threads: the activity thread only, like every entity.
+// Threads: the activity thread only, like every entity; every SDK call
+// releases the activity lock for its duration.
 #pragma once
+
+#include <vector>
 
 #include "catalogue/TcamAllocationStrategy.h"
 #include "catalogue/TcamGroupAssignment.h"
 #include "common/TesselExport.h"
+#include "manager/StatTypes.h"
 #include "manager/UnitEntriesCreated.h"
+#include "platform/agent/PortList.h"
 #include "platform/kiln/Attribute.h"
 #include "platform/kiln/Collection.h"
 #include "platform/kiln/Entity.h"
+#include "resources/TesselUdfTypes.h"
+#include "sdk/api/types.h"
 
 namespace Tessel {
 
@@ -48,13 +76,50 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
       virtual void onInitialized() {}
    };
 
-   // Runs handleInitialized(): every unit the group manager knows gets its
-   // per-unit records.
+   // The id getEntryBase is given for an unbounded request.
+   static constexpr U32 anyEntry = 0xFFFFFFFF;
+
+   // Runs handleInitialized(): every unit the group manager has set up gets
+   // its per-unit records.
    TesselTcamEntryManager( const Kiln::Name & name, TcamGroupAssignment groupAssignment,
                            const Kiln::String & desc, TesselTcamGroupManager * groupManager,
                            U32 group, U32 baseEntry, U32 endEntry,
                            TcamAllocationStrategy strategy );
    ~TesselTcamEntryManager() override;
+
+   // === User-defined fields (resources/TesselUdfEntry.cpp) ===
+   // Fields of packet bytes for the entries of this manager's group, shared
+   // per unit with every group that asks for the same field and counted per
+   // user (see the group manager's UDF section). aclType: Acl::ipv4 0, ipv6 1,
+   // mac 2; ethType: a MAC field's ethertype, or UdfUnitSpec::ethTypeNotSet.
+
+   // The field's qualifiers, made on first use; empty when the unit's or
+   // this group's UDF width would be exceeded or the hardware is exhausted
+   // (nothing programmed then). Throws Kiln::RangeException for a length
+   // outside 1 to 16 or an offset above 127 from the base's start.
+   QualIdList getAclUdf( U32 unit, int aclType, U32 ethType, UdfOffsetBase base, U8 offset,
+                         U8 length );
+   // The existing field's qualifiers (verified in hardware), or empty.
+   QualIdList findAclUdf( U32 unit, int aclType, U32 ethType, UdfOffsetBase base, U8 offset,
+                          U8 length );
+   // Gives one use by this group back; the last use destroys the hardware,
+   // so the group must not hold the field in its key in hardware any more
+   // (its entries released and the group recreated or torn down).
+   void releaseAclUdf( U32 unit, int aclType, U32 ethType, UdfOffsetBase base, U8 offset,
+                       U8 length );
+   // Whether the field exists; it is checked against the hardware (a
+   // mismatch aborts).
+   bool verifyMirroringAclUdf( U32 unit, int aclType, U32 ethType, UdfOffsetBase base,
+                               U8 offset, U8 length );
+   // Adds the qualifiers to the group's qualifier set on the unit ("adding
+   // UDF qual="). True when the SDK accepts every one and the group, where
+   // it exists on the unit, already holds them in its key; false means the
+   // group must be recreated (when its entries are gone) before entries can
+   // qualify the field.
+   bool addUdfQualifierToGroupQset( U32 unit, const QualIdList & quals );
+   // Bytes of UDF one key of this group may hold: maxUdfLength(), capped by
+   // the chip's per-group limit where its chip information has one.
+   U32 groupUdfWidthLimit( U32 unit ) const;
 
    // --- constructor parameters ---
    TcamGroupAssignment groupAssignment() const { return groupAssignment_; }
@@ -95,6 +160,7 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    internalUnitEntry( U32 unit ) const {
       return internalUnitEntry_.get( unit );
    }
+   bool internalUnitEntryHas( U32 unit ) const { return internalUnitEntry_.has( unit ); }
    Kiln::Ptr< UnitEntriesCreated >
    internalUnitEntryIs( U32 unit ) {
       return collectionEntityIs( internalUnitEntry_, unit,
@@ -113,27 +179,187 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
       return internalUnitEntry_;
    }
 
-   // --- driven by the group manager ---
-   // Sets up the manager on every unit the group manager knows.
-   void handleInitialized();
-   // A unit became known: its record exists and it is not exhausted.
-   virtual void initializeUnit( U32 unit );
-   // The unit's module is gone: its records are dropped.
-   virtual void forgetUnit( U32 unit );
-   // Packs the manager's entries on the unit before its group is torn down.
-   // Entries are allocated elsewhere; until then there is nothing to pack.
-   virtual void compressEntries( U32 unit );
-   // Entries the manager holds on the unit. Counted by entry allocation;
-   // 0 until it exists.
-   virtual U32 entriesAllocated( U32 unit ) const;
+   // --- entry ids (TesselTcamEntryManager.cpp) ---
+   // The SDK id of one copy: the logical id's low 24 bits, the pipe in bits
+   // 24-26, the copy in bit 27.
+   static U32 getPipeEntryId( U32 unit, U32 pipe, U32 entry, U32 copy );
+   // Copy 1 of a pipe to copy 0.
+   static U32 getBaseCopyEntryId( U32 entry );
+   // maxPrio - entry: lower ids take precedence.
+   U32 defaultPrio( U32 entry ) const { return maxPrio() - entry; }
 
-   // --- entry release, built with entry allocation ---
+   // --- driven by the group manager (TesselTcamEntryManager.cpp) ---
+   // Sets up the manager on every unit the group manager has set up.
+   void handleInitialized();
+   // A unit became known: its record exists, it is not exhausted, and an
+   // at-beginning range that the unit reserves early is created
+   // ("initializeGroup( unit )" aborts when its group cannot be made). A
+   // unit already known is left alone.
+   virtual void initializeUnit( U32 unit );
+   // The unit's module is gone: what the manager holds there is destroyed
+   // (errors traced: the chip may be gone already) and its records dropped.
+   // The group manager destroys the group itself.
+   virtual void forgetUnit( U32 unit );
+   // Packs the manager's pipe groups on the unit before the group goes and
+   // clears the unit's slice-freed mark.
+   virtual void compressEntries( U32 unit );
+   // Creates the whole entry range of an at-beginning manager on the unit,
+   // holding the group for it ("initializeGroup( unit )" aborts when the
+   // group cannot be made, "strategy() != tcamAllocateAtBeginning()" when
+   // the range does not fit).
+   void reserveRange( U32 unit );
+   // Gives a reserved range back: its entries are destroyed and the group
+   // is let go. None of its entries may be handed out.
+   void releaseRange( U32 unit );
+
+   // --- allocation (EntryAllocation.cpp) ---
+   // The common worker of getEntry: creates the entry (entry anyEntry: an
+   // SDK-chosen id) in every pipe and copy and attaches its counters. The
+   // logical id, or 0 when the id is in use on the unit or the hardware is
+   // full (the unit is then marked exhausted and what was made is undone).
+   U32 getEntryBase( U32 unit, U32 entry, const Kiln::String & desc,
+                     const Kiln::Ptr< StatTypes > & statTypes );
+   // Creates the whole entry range on the unit (chunk and at-beginning
+   // managers); false, creating nothing, when it does not fit.
+   bool allocateAllEntries( U32 unit );
+   // Destroys the whole entry range on the unit.
+   void deallocateAllEntries( U32 unit );
+   // How many more entries this manager can hand out on the unit.
+   U32 entriesAvailable( U32 unit );
+   // How many entries count as allocated on the unit: the range of a held
+   // chunk or at-beginning manager, else the entries created.
+   virtual U32 entriesAllocated( U32 unit ) const;
+   // Records exhaustion on the unit and spreads it: every manager of the
+   // same group follows (but at-beginning managers and chunk managers that
+   // hold their chunk); managers of other groups only hear of space freed.
+   void setExhausted( U32 unit, bool exhausted, bool freed );
+   void setExhaustedForManager( U32 unit, bool exhausted, U32 group, bool freed );
+   // Whether range checkers ran out on the unit.
+   bool rangeCheckersExhausted( U32 unit ) const;
+   // Holds the group on the unit (creating it when needed) and reads its
+   // priority range; the PBR groups get their multicast placeholder entry.
+   bool initializeGroup( U32 unit );
+
+   // --- installation and attributes (EntryInstall.cpp) ---
+   // Copies the base entry into every copy, adds in-ports, per-pipe range
+   // checks and loopback redirect ports, and installs every copy. 0 or the
+   // first SDK error.
+   int installEntry( U32 unit, U32 entry );
+   int reinstallEntry( U32 unit, U32 entry );
+   // Takes every copy out of hardware, keeping the entry; the entry must be
+   // installed (a failure aborts on "0").
+   int removeEntry( U32 unit, U32 entry );
+   // Gives the entry back; the last one on a unit may tear the group down.
    virtual void releaseEntry( U32 unit, U32 entry );
    virtual void releaseEntryInternal( U32 unit, U32 entry, bool mayRemoveGroup );
+   // Enables or disables every copy; errors other than allowedRc traced.
+   void enableEntry( U32 unit, U32 entry, bool enable, int allowedRc );
+   // Sets the priority of every copy; invalidPrio means defaultPrio( entry ).
+   // A failure aborts on "0".
+   int setPriorityForEntry( U32 unit, U32 entry, U32 priority );
+
+   // --- port bitmaps (EntryPortBitmaps.cpp) ---
+   // The entry's in-port record, made empty when it has none.
+   Kiln::Ptr< TcamEntryBcmPbmp > addTcamEntryToBcmPbmp( U32 unit, U32 entry );
+   // The entry's in-port record, or null.
+   Kiln::Ptr< TcamEntryBcmPbmp > tcamEntryBcmPbmp( U32 unit, U32 entry ) const;
+   // The entry is to match on `ports` from its next install: kept
+   // permanently when `permanent`, else dropped by that install; with
+   // `singlePort` a list of one port is matched with InPort (for groups that
+   // key on the in-port rather than the bitmap).
+   void updateInPortsForEntry( U32 unit, U32 entry, const TesselTypes::TesselPortList & ports,
+                               bool permanent, bool singlePort );
+   // Narrow the entry's record to the ports the copy sees.
+   void addInPortsForEntry( U32 unit, U32 tcamEntryId, bcm_pbmp_t pbmpData,
+                            bcm_pbmp_t pbmpMask );
+   void addInPortForEntry( U32 unit, U32 tcamEntryId, int port );
+   void removeTcamEntryBcmPbmp( U32 unit, U32 entry );
+   // Aborts with "Entry <id> not found in pbmp collection." without a record.
+   void setTcamEntryBcmPbmpPermanent( U32 unit, U32 entry, bool permanent );
+   // The entry's port-set action `lbAction` goes out `outPorts` and the
+   // loopback port of each copy's own pipe (added at install).
+   void setLoopbackPortRedirectAction( U32 unit, U32 entry, int lbAction, bcm_pbmp_t outPorts );
+   // Records the out-ports of the entry's loopback redirect in `pipe`:
+   // `outPorts` and the pipe's loopback port.
+   void addOutLoopbackPortForEntry( U32 unit, U32 entry, U32 pipe, bcm_pbmp_t outPorts );
+
+   // --- counters (EntryStats.cpp) ---
+   // Creates a stat counting statTypes in the copy's group and attaches it;
+   // errors traced, the copy then goes without. Two types must be
+   // neighbours in the SDK's numbering (a packets/bytes pair).
+   void installStats( U32 unit, U32 entry, U32 tcamEntryId,
+                      const Kiln::Ptr< StatTypes > & statTypes );
+   // Detaches and destroys the copy's stat, if it has one.
+   void removeStats( U32 unit, U32 tcamEntryId );
+   // Counts summed over every pipe and copy; 0 for what cannot be read.
+   U64 hitsForEntry( U32 unit, U32 entry );
+   U64 hitsForPipeEntry( U32 unit, U32 tcamEntryId );
+   U64 byteHitsForEntry( U32 unit, U32 entry );
+   U64 greenByteHitsForEntry( U32 unit, U32 entry );
+   U64 yellowByteHitsForEntry( U32 unit, U32 entry );
+   U64 byteDropsForEntry( U32 unit, U32 entry );
+   U64 greenPktHitsForEntry( U32 unit, U32 entry );
+   U64 yellowPktHitsForEntry( U32 unit, U32 entry );
+   U64 pktDropsForEntry( U32 unit, U32 entry );
+   void clearHitsForEntry( U32 unit, U32 entry );
+   void clearBytesForEntry( U32 unit, U32 entry );
+   int fieldStatGetBytes( U32 unit, U32 statsId, int statType, U64 & value );
+   int fieldStatGetPackets( U32 unit, U32 statsId, int statType, U64 & value );
+
+   // --- outer-VLAN-ID workaround (EntryOvidWar.cpp) ---
+   // Makes copy tcamEntryId the untagged twin of base entry `entry` when
+   // the base matches one exact outer VLAN; a plain copy otherwise.
+   // SDK errors are traced and returned.
+   int processOvidWarEntry( U32 unit, U32 entry, U32 tcamEntryId );
+   // Records (remove false) or forgets the copy as a twin of VLAN `ovid`.
+   void tcamMgrUpdateOvidEntryMap( U32 unit, U32 ovid, U32 tcamEntryId, bool remove );
+
+ protected:
+   // The unit's record; a unit the manager was never set up on aborts.
+   UnitEntriesCreated & unitRecord( U32 unit ) const;
 
  private:
    friend class TesselTcamGroupManager;
    void groupManagerDetach() { groupManager_ = nullptr; }
+
+   // EntryAllocation.cpp
+   EntryLayout layoutOf( U32 unit ) const;
+   bool prepareUnit( U32 unit );
+   int createCopy( U32 unit, U32 pipe, U32 copy, U32 & entry, const Kiln::String & desc );
+   void countCopy( U32 unit, U32 pipeGroupId, S32 delta );
+   void undoCopies( U32 unit, U32 entry, U32 made );
+   bool copyFailureIsFatal( const EntryLayout & layout, U32 pipe, U32 copy ) const;
+   void recordCopy( U32 unit, U32 entry, U32 tcamEntryId, U32 pipeGroupId,
+                    const Kiln::String & desc, const Kiln::Ptr< StatTypes > & statTypes );
+   bool createRangeEntry( U32 unit, U32 entry );
+   void destroyRange( U32 unit, U32 end, U32 endCopies );
+   bool reservesAtBeginning( U32 unit ) const;
+   void addMulticastDummy( U32 unit );
+   bool multicastWar( U32 unit ) const;
+   bool anyPipeGroupEmpty( U32 unit ) const;
+   // EntryInstall.cpp
+   int installCopy( U32 unit, U32 entry, U32 pipe, U32 copy, bool & copied );
+   int qualifyInPorts( U32 unit, U32 entry, U32 tcamEntryId );
+   int qualifyRangeCheckers( U32 unit, U32 entry, U32 tcamEntryId, U32 pipe );
+   int installLoopbackRedirect( U32 unit, U32 entry );
+   void dropInstallRecords( U32 unit, U32 entry );
+   void clearCopyEvictions( U32 unit, const UnitEntriesCreated & record, U32 tcamEntryId );
+   // EntryRelease.cpp
+   void releaseCopy( U32 unit, U32 tcamEntryId, U32 pipeGroupId, bool & freed );
+   void scrubCopy( U32 unit, U32 entryId );
+   void dropEntryRecords( U32 unit, U32 entry );
+   void releaseGroupIfUnused( U32 unit, bool mayRemoveGroup );
+   void releaseMulticastDummyIfAlone( U32 unit );
+   void traceGroupStatus( U32 unit );
+   void dropOwner( U32 entry );
+   // EntryPortBitmaps.cpp
+   bcm_pbmp_t copyPorts( U32 unit, U32 tcamEntryId ) const;
+   bcm_pbmp_t copyMask( U32 unit, U32 tcamEntryId ) const;
+   bool sharesPort( U32 unit, U32 tcamEntryId, int port ) const;
+   // EntryStats.cpp
+   U64 sumForEntry( U32 unit, U32 entry, int statType, bool bytes );
+   void clearForEntry( U32 unit, U32 entry, int statType );
+   void clearHitsSpecial( U32 unit, int statsId );
 
    TcamGroupAssignment groupAssignment_;
    Kiln::String desc_;
@@ -156,12 +382,27 @@ class TESSEL_EXPORT TesselBoundedTcamEntryManager : public TesselTcamEntryManage
  public:
    using TesselTcamEntryManager::TesselTcamEntryManager;
    ~TesselBoundedTcamEntryManager() override;
+
+   // The entry `entry` (baseEntry <= entry < endEntry, else the program
+   // aborts on "entry >= baseEntry() && entry < endEntry()") with packet and
+   // byte counters, at its default priority; 0 when it is in use on the
+   // unit or does not fit.
+   U32 getEntry( U32 unit, U32 entry, const Kiln::String & desc );
+   // The same with the counters the caller chose.
+   U32 getEntryWithStats( U32 unit, U32 entry, const Kiln::String & desc,
+                          const Kiln::Ptr< StatTypes > & statTypes );
 };
 
 class TESSEL_EXPORT TesselUnboundedTcamEntryManager : public TesselTcamEntryManager {
  public:
    using TesselTcamEntryManager::TesselTcamEntryManager;
    ~TesselUnboundedTcamEntryManager() override;
+
+   // A new entry with an id the SDK picks, with packet and byte counters; 0
+   // when the group is full.
+   U32 getEntry( U32 unit, const Kiln::String & desc );
+   U32 getEntryWithStats( U32 unit, const Kiln::String & desc,
+                          const Kiln::Ptr< StatTypes > & statTypes );
 };
 
 } // namespace Tessel

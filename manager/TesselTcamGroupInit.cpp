@@ -4,6 +4,7 @@
 // takes back exactly what was made, in reverse.
 #include "manager/TesselTcamGroupManager.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -204,10 +205,16 @@ GroupCreation::createHint( UndoList & undo ) {
    return true;
 }
 
+// On a global stage the pipes share one SDK group (the outer-VLAN twins'
+// second pipe): each distinct id is created once.
 bool
 GroupCreation::createPipeGroups( UndoList & undo ) {
    for ( U32 pipe = 0; pipe < pipes_; ++pipe ) {
       for ( U32 copy = 0; copy < copies_; ++copy ) {
+         U32 groupId = m_.getPipeGroupId( unit_, pipe, copy, groupId_ );
+         if ( std::find( pipeGroups_.begin(), pipeGroups_.end(), groupId ) != pipeGroups_.end() ) {
+            continue;
+         }
          if ( !createPipeGroup( pipe, copy ) ) {
             return false;
          }
@@ -260,10 +267,10 @@ GroupCreation::record() {
 
 // Untagged packets reach the field processor with outer VLAN 0 on chips
 // that say so; ingress groups that match the outer VLAN then need twins.
+// The unit's pipe count is set when the unit arrives; this only keeps it.
 bool
 GroupCreation::needsOvidWar() const {
-   const Agent::ChipInfo * info = m_.chipInfo( unit_ );
-   return info && info->untaggedOuterVlanZero() && perPipe_ &&
+   return m_.ovidWarNeeded( unit_ ) && getGroupStage( groupId_ ) == stageTypeIngress_ &&
           qsetHas( groupConfig_.qset, sdkShim().AR_bcmFieldQualifyOuterVlanId() );
 }
 

@@ -28,6 +28,19 @@ class TesselTcamGroupManager::AclParamConfigReactor : public Acl::ParamConfig::N
    TesselTcamGroupManager & manager_;
 };
 
+// Keeps the manager's copy of the P4Runtime flag current.
+class TesselTcamGroupManager::PlatformStateReactor : public Agent::PlatformState::NotifieeConst {
+ public:
+   explicit PlatformStateReactor( TesselTcamGroupManager & manager ) : manager_( manager ) {}
+   void
+   onP4RuntimeEnabled() override {
+      manager_.p4RuntimeEnabledIs( notifier()->p4RuntimeEnabled() );
+   }
+
+ private:
+   TesselTcamGroupManager & manager_;
+};
+
 TesselTcamGroupManager::TesselTcamGroupManager( const Kiln::Name & name )
       : Kiln::Entity( name ) {}
 
@@ -38,6 +51,7 @@ TesselTcamGroupManager::~TesselTcamGroupManager() {
    for ( const auto & [ assignment, manager ] : unboundedEntryManager_ ) {
       manager->groupManagerDetach();
    }
+   classIdDelAll();
    if ( initialized_ ) {
       cleanupTcamGroups();
    }
@@ -72,6 +86,34 @@ TesselTcamGroupManager::copyAclParamConfig() {
    qosIpv6KeyWidthModeIs( config->qosIpv6KeyWidthMode() );
 }
 
+void
+TesselTcamGroupManager::vlanStateIs( const Kiln::Ptr< Agent::VlanState > & v ) {
+   if ( v == vlanState_ ) {
+      return;
+   }
+   vlanState_ = v;
+   for ( const auto & [ unit, sm ] : ovidWarSm_ ) {
+      sm->vlanStateIs( v );
+   }
+   notify( &NotifieeConst::onVlanState );
+}
+
+void
+TesselTcamGroupManager::platformStateIs( const Kiln::Ptr< Agent::PlatformState > & v ) {
+   if ( v == platformState_ ) {
+      return;
+   }
+   platformState_ = v;
+   if ( !platformStateReactor_ ) {
+      platformStateReactor_ = std::make_unique< PlatformStateReactor >( *this );
+   }
+   platformStateReactor_->notifierIs( v );
+   if ( v ) {
+      p4RuntimeEnabledIs( v->p4RuntimeEnabled() );
+   }
+   notify( &NotifieeConst::onPlatformState );
+}
+
 Kiln::Ptr< TesselTcamStub >
 TesselTcamGroupManager::tesselTcamStubIs() {
    if ( !tesselTcamStub_ ) {
@@ -87,27 +129,6 @@ TesselTcamGroupManager::tesselTcamStubDel() {
       tesselTcamStub_ = nullptr;
       notify( &NotifieeConst::onTesselTcamStub );
    }
-}
-
-Kiln::Ptr< TesselTcamVaultRequest >
-TesselTcamGroupManager::groupManagerVaultRequestIs() {
-   if ( !groupManagerVaultRequest_ ) {
-      groupManagerVaultRequest_ =
-         new TesselTcamVaultRequest( name().str() + "/groupManagerVaultRequest" );
-      notify( &NotifieeConst::onGroupManagerVaultRequest );
-   }
-   return groupManagerVaultRequest_;
-}
-
-Kiln::Ptr< TesselTcamVaultSm >
-TesselTcamGroupManager::groupManagerVaultSmIs() {
-   KILN_ASSERT( groupManagerVaultRequest_ );
-   if ( !groupManagerVaultSm_ ) {
-      groupManagerVaultSm_ = new TesselTcamVaultSm( name().str() + "/groupManagerVaultSm",
-                                                    groupManagerVaultRequest_ );
-      notify( &NotifieeConst::onGroupManagerVaultSm );
-   }
-   return groupManagerVaultSm_;
 }
 
 void

@@ -29,8 +29,12 @@
 // in the section headings.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
+#include <set>
+#include <sstream>
+#include <utility>
 #include <vector>
 
 #include "catalogue/GroupQsetModKey.h"
@@ -40,20 +44,28 @@
 #include "catalogue/TcamStageTypes.h"
 #include "catalogue/TesselTcamGroups.h"
 #include "common/TesselExport.h"
-#include "manager/ClassIdRecords.h"
+#include "export/GroupManagerVaultSm.h"
+#include "export/TesselTcamCliVault.h"
+#include "export/TesselTcamVaultMounts.h"
 #include "manager/GroupCounts.h"
-#include "manager/RangeCheckerRecords.h"
+#include "manager/TesselOvidWarSm.h"
 #include "manager/TesselTcamCompanions.h"
 #include "manager/TesselTcamEntryManager.h"
 #include "manager/TesselTcamKeys.h"
-#include "manager/UdfRecords.h"
 #include "platform/agent/AclParamConfig.h"
 #include "platform/agent/AclTypes.h"
 #include "platform/agent/ChipInfo.h"
+#include "platform/agent/PlatformState.h"
+#include "platform/agent/VlanState.h"
 #include "platform/agent/TesselCommonSmData.h"
 #include "platform/kiln/Attribute.h"
 #include "platform/kiln/Collection.h"
 #include "platform/kiln/Entity.h"
+#include "resources/TesselClassIdTypes.h"
+#include "resources/TesselRangeCheckerTypes.h"
+#include "resources/TesselUdfTypes.h"
+#include "sdk/shim/Oberon.h"
+#include "sdk/shim/SdkStructs.h"
 
 namespace Tessel {
 
@@ -132,6 +144,8 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       virtual void onGroupIdToPreselId( const UnitGroupId & ) {}
       virtual void onSimulation() {}
       virtual void onPreInit() {}
+      virtual void onVlanState() {}
+      virtual void onPlatformState() {}
    };
 
    typedef Kiln::OrderedCollection< TcamGroupAssignment,
@@ -196,6 +210,10 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
                             U32 baseEntry, U32 endEntry, TcamAllocationStrategy strategy );
    void unboundedEntryManagerDel( TcamGroupAssignment groupAssignment );
    void unboundedEntryManagerDelAll();
+   // The entry managers of the hardware group, bounded ones first. Valid
+   // until the entry managers change.
+   const std::vector< Kiln::Ptr< TesselTcamEntryManager > > &
+   entryManagersOfGroup( U32 group ) const;
    // The entry manager that owns the entry; aborts with "EntryMgr not found".
    Kiln::Ptr< TesselTcamEntryManager > tcamEntryMgr( U32 entryId ) const;
    // Entries held, over all units, by the entry manager of reservation row
@@ -223,6 +241,16 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    bool groupNeedsIpbmWAR( U32 unit, U32 groupId ) const;
    // The chip type of the unit's chip information (Shim::ChipType), 0 without.
    U32 chipTypeFromUnit( U32 unit ) const;
+   // Whether the unit runs the outer-VLAN-ID workaround: its chip shows
+   // untagged packets with outer VLAN 0 and its ingress stage is global, so
+   // an entry's twin shares the entry's SDK group (pipe 1 of 2).
+   bool ovidWarNeeded( U32 unit ) const;
+   // The unit's ports, read from the SDK once per unit (they do not change
+   // while it is known); null when they cannot be read. Valid until the
+   // unit is forgotten.
+   const Shim::PortConfig * unitPortConfig( U32 unit );
+   // The loopback port of the pipe, or -1.
+   int getLoopbackPortId( U32 unit, U32 pipe );
    U16 getMaxPorts() const { return maxPorts(); }
    bool getIpv6MirroringSupported() const { return ipv6MirroringSupported(); }
 
@@ -267,6 +295,225 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    // Destroys the group's hint on the unit, if it has one; errors traced.
    void destroyGroupHint( U32 unit, U32 groupId );
 
+   // === Counters (TesselTcamCounters.cpp) ===
+
+   // The stat's packet count of `statType`, cross-checked against the raw
+   // counter of its pool and index ("TCAM counter mismatch. unit: ..."
+   // traced when they differ). The SDK's code.
+   int fieldStatGetPackets( U32 unit, U32 statsId, int statType, U64 & value );
+   // The stat's byte count of `statType`. The SDK's code.
+   int fieldStatGetBytes( U32 unit, U32 statsId, int statType, U64 & value );
+   // Resets what the eviction engine counted for the stat's counters.
+   void clearEvictionCounter( U32 unit, int statsId, bool packets, bool bytes );
+   // What the eviction engine moved for the stat's counters. The SDK's code.
+   int getCounterEvictions( U32 unit, int statsId, U64 & packets, U64 & bytes );
+   // The same summed over the stats of every entry manager's entries whose
+   // counters live in the pipe.
+   int getCounterEvictionsForPipe( U32 unit, U32 pipe, U64 & packets, U64 & bytes );
+
+   // === Class-id compression (resources/TesselClassIds.cpp) ===
+   //
+   // A caller binds a value to a class id of its choosing on a unit: one
+   // compression entry in the kind's compression group maps the value to
+   // the id, and the main lookup matches the id through the kind's class
+   // qualifier. Binding the same value again programs nothing. A different
+   // value under a bound id: the L4-port kinds destroy the old entry first;
+   // the other kinds leave it installed and only replace the record (their
+   // bindings live as long as the group manager). Every SDK failure is
+   // fatal, so the allocations return true; only a release of an unbound
+   // id returns false. Callers must not interleave two allocations of one key.
+
+   bool allocateSrcIpClassId( U32 unit, const IpAddrWithFullMask & srcIp, U8 classId );
+   bool allocateDstIpClassId( U32 unit, const IpAddrWithFullMask & dstIp, const U64 & classId );
+   bool allocateDstIp6ClassId( U32 unit, const Ip6AddrWithFullMask & dstIp6,
+                               const U64 & classId );
+   bool allocateIpProtocolClassId( U32 unit, U16 ipProtocol, U8 classId );
+   bool allocateEtherTypeClassId( U32 unit, U16 etherType, U8 classId );
+   bool allocateL4SrcPortClassId( U32 unit, U16 l4SrcPort, U8 classId );
+   bool allocateL4DstPortClassId( U32 unit, U16 l4DstPort, U8 classId );
+   // Destroys the compression entry of the id and forgets the binding;
+   // false (nothing touched) when the id is not bound on the unit.
+   bool releaseL4SrcPortClassId( U32 unit, U8 classId );
+   bool releaseL4DstPortClassId( U32 unit, U8 classId );
+   // The unit's module is gone: its compression entries are destroyed (SDK
+   // errors traced, the chip may be gone) and its bindings forgotten.
+   void forgetUnitClassIds( U32 unit );
+   // Clears the six collections (bookkeeping only).
+   void classIdDelAll();
+
+ private:
+   template< typename C, typename Callback, typename... Args >
+   typename C::Value
+   classEntryIs( C & collection, const TesselCompressionClassKey & k, Callback callback,
+                 Args &&... args ) {
+      typename C::Value made =
+         new typename C::Value::element_type( std::forward< Args >( args )... );
+      collectionIs( collection, k, made, callback );
+      return made;
+   }
+   bool allocateExactMatchClassId( U32 unit, U32 value, U64 classId, int kind );
+
+ public:
+   // === User-defined fields (resources/TesselUdf*.cpp) ===
+   //
+   // A field (ACL type, ethertype, offset base, offset, length; the IP
+   // protocol of the OpenFlow fields) is one hardware qualifier per unit,
+   // shared by every group and entry that asks for it and counted per user:
+   // the first user creates it, the last release destroys it. Entry managers
+   // reach it through getAclUdf / findAclUdf / releaseAclUdf with their
+   // group; the OpenFlow UDF groups through createGroupOpenFlowAclUdf. The
+   // mechanism is the unit's: the flex parser, else the UDF module, else
+   // field-processor data qualifiers. Hardware exhaustion is not fatal: the
+   // field is refused (an empty list) and TESSEL_UDF_HW_RESOURCE_FULL is
+   // logged once, TESSEL_UDF_HW_RESOURCE_NORMAL once resources are free
+   // again. Other SDK failures and broken bookkeeping abort.
+
+   // Which record a field belongs to: the ACL types' and the OpenFlow groups'.
+   enum UdfTable : int {
+      udfTableIp = 0, // Acl::ipv4
+      udfTableIp6 = 1, // Acl::ipv6
+      udfTableMac = 2, // Acl::mac
+      udfTableOpenFlow = 3,
+      udfTableOpenFlowVxlan = 4,
+   };
+   // A field as a user asks for it; `offset` as given (before adjustOffset).
+   struct UdfField {
+      U32 unit = 0;
+      int aclType = 0;
+      U32 ethType = UdfUnitSpec::ethTypeNotSet;
+      UdfOffsetBase base = UdfBaseL3HeaderStart;
+      U8 offset = 0;
+      U8 length = 0;
+      U32 ipProtocol = 0; // OpenFlow fields only
+   };
+   // What a mechanism programs: the field with its adjusted offset.
+   struct UdfRequest {
+      U32 unit = 0;
+      U32 ethType = UdfUnitSpec::ethTypeNotSet;
+      int aclType = 0;
+      UdfOffsetBase base = UdfBaseL3HeaderStart;
+      U8 offset = 0;
+      U8 length = 0;
+      U32 ipProtocol = 0;
+      bool vxlan = false; // the OpenFlow VXLAN group's field
+   };
+
+   // The record of an ACL type (IPv4 0, IPv6 1, MAC 2; others assert).
+   static UdfTable udfTableOf( int aclType );
+   // The field's users and hardware, shared: an existing field gains a user
+   // (of the group), else the width budgets are checked and the field is
+   // created. The qualifiers; empty when refused (budget, exhaustion).
+   // Throws Kiln::RangeException for a length outside 1 to 16 or an
+   // adjusted offset above 127.
+   QualIdList udfAcquire( UdfTable table, U32 groupId, U32 groupWidthLimit,
+                          const UdfField & field );
+   // The stored field equal to the request (unit, ethertype, base, adjusted
+   // offset, length, IP protocol), verified in hardware; none when absent.
+   UdfUnitSpec udfFind( UdfTable table, const UdfField & field );
+   // Drops one user of the group; the last user destroys the hardware. The
+   // field must exist and be used by the group (assertions). The hardware
+   // goes with the last user, so no group may still hold the qualifier in
+   // its key then (the SDK refuses, fatally).
+   void udfRelease( UdfTable table, U32 groupId, const UdfField & field );
+
+   // The OpenFlow UDF groups' fields (IFP_GROUP_OPENFLOW_UDF and, in its own
+   // records, IFP_GROUP_OPENFLOW_VXLAN): an IPv4 field of packets of the IP
+   // protocol, counted for the group and marked valid for it
+   // (groupOpenFlowAclUdfValid). Call before the group is created on the
+   // unit so that its key holds the field. Empty when refused.
+   QualIdList createGroupOpenFlowAclUdf( U32 unit, U32 groupId, U32 ipProtocol,
+                                         UdfOffsetBase base, U8 offset, U8 length );
+   void releaseGroupOpenFlowAclUdf( U32 unit, U32 groupId, U32 ipProtocol, UdfOffsetBase base,
+                                    U8 offset, U8 length );
+
+   // The offset from the base as the hardware counts it: the L3 header end
+   // adds the fixed header length (20 IPv4, 40 IPv6; options and extension
+   // headers are not counted); kept in 8 bits.
+   static U8 adjustOffset( UdfOffsetBase base, int aclType, U8 offset );
+   // Whether a new field of `length` bytes would exceed the unit's maximum
+   // UDF length or the group's limit (traced "groupUdfWidthExceeded").
+   bool groupUdfWidthExceeded( U32 unit, U32 groupId, U32 groupWidthLimit, UdfTable table,
+                               U32 ethType, U8 length ) const;
+   // Bytes of UDF the unit may extract in all: maxUdfLength( unit ) when
+   // set, else the chip information's.
+   U32 unitMaxUdfLength( U32 unit ) const;
+
+   // The mechanism's hardware of one field. Create: the qualifiers, empty
+   // on exhaustion. Destroy: every SDK failure is fatal.
+   QualIdList createUdfQualifier( U32 unit, U32 ethType, int aclType, UdfOffsetBase base,
+                                  U8 offset, U8 length );
+   QualIdList createUdfQualifier( const UdfRequest & request );
+   QualIdList createUdfQualifierFlexParser( const UdfRequest & request );
+   QualIdList createUdfQualifierUdfModule( const UdfRequest & request );
+   QualIdList createUdfQualifierUdfTcam( const UdfRequest & request );
+   void destroyUdfQualifier( U32 unit, U32 ethType, int aclType, UdfOffsetBase base,
+                             const QualIdList & quals );
+   void destroyUdfQualifierFlexParser( U32 unit, const QualIdList & quals );
+   void destroyUdfQualifierUdfModule( U32 unit, const QualIdList & quals );
+   void destroyUdfQualifierUdfTcam( U32 unit, U32 ethType, int aclType, UdfOffsetBase base,
+                                    const QualIdList & quals );
+   // Reads every qualifier back and asserts offset and width; traces "All
+   // UDFs are programmed in hardware".
+   void udfQualProgrammedInHw( U32 unit, const QualIdList & quals, U32 ethType, int aclType,
+                               UdfOffsetBase base, U8 offset, U8 length ) const;
+   void udfQualProgrammedInHwFlex( U32 unit, const QualIdList & quals, UdfOffsetBase base,
+                                   U8 offset, U8 length ) const;
+   void udfQualProgrammedInHwUdfModule( U32 unit, const QualIdList & quals, UdfOffsetBase base,
+                                        U8 offset, U8 length ) const;
+   void udfQualProgrammedInHwUdfTcam( U32 unit, const QualIdList & quals, U8 offset,
+                                      U8 length ) const;
+
+   // Flex-parser chunks of the unit taken by fields (bit n: chunk n).
+   U32 flexChunkBitmap( U32 unit ) const;
+   // Whether the unit's UDF hardware ran out since it last had room.
+   bool udfHwResourceShort( U32 unit ) const { return udfHwShort_.count( unit ) != 0; }
+   // The unit's module is gone: its fields' records are dropped and the
+   // hardware its groups did not take with them destroyed (errors traced).
+   void forgetUnitUdfs( U32 unit );
+
+ private:
+   enum UdfMechanism { udfFlexParser, udfModule, udfTcam };
+   UdfMechanism udfMechanism( U32 unit ) const;
+   const Kiln::OrderedCollection< UdfUnitKey, UdfUnitSpec > & udfSpecs( UdfTable table ) const;
+   void udfSpecIs( UdfTable table, const UdfUnitSpec & spec );
+   void udfSpecDel( UdfTable table, const UdfUnitKey & key );
+   Kiln::Ptr< GroupUdfQual > groupUdfQual( UdfTable table, U32 groupId ) const;
+   Kiln::Ptr< GroupUdfQual > groupUdfQualIs( UdfTable table, U32 groupId );
+   U32 udfWidthSum( U32 unit, UdfTable table, const GroupUdfQual * group ) const;
+   QualIdList udfShare( UdfTable table, U32 groupId, UdfUnitSpec spec );
+   void udfHwResourceFull( U32 unit );
+   void udfHwResourceAvailable( U32 unit );
+   U32 flexChunksTake( U32 unit, U32 count );
+   void flexChunksGive( U32 unit, U32 chunkBmap );
+   PktFmtId udfModulePktFmt( const UdfRequest & request );
+   void udfModuleFormatRelease( U32 unit, U32 udfId, int pktFmtId );
+   void forgetUdfTcam( const UdfUnitSpec & spec, int aclType );
+   void forgetUdfModule( const UdfUnitSpec & spec );
+   void forgetUdfModulePktFmts( U32 unit );
+   void forgetUdfFlex( const UdfUnitSpec & spec );
+
+   std::set< U32 > udfHwShort_;               // units short of UDF hardware
+   std::map< U32, U32 > flexChunksUsed_;      // unit -> chunk bitmap
+
+ public:
+   // === Policers (resources/TesselPolicers.cpp) ===
+   //
+   // One logical policer is a hardware policer in every pipe of the unit
+   // (getNumPipe( unit )): pipe 0's id is chosen by the SDK and is the one
+   // callers hold; the other pipes' ids derive from it (getPipePolicerId).
+   // The configuration is an SDK bcm_policer_config_t in a byte buffer; it
+   // is copied, so the caller's buffer stays as it was. No bookkeeping:
+   // every SDK failure, running out of policers included, is fatal.
+
+   // The base policer id; 0 when the unit has no pipes.
+   U32 createPolicer( U32 unit, const Kiln::BytePtr & policerConfig ) const;
+   void setPolicer( U32 unit, U32 policerId, const Kiln::BytePtr & policerConfig ) const;
+   void removePolicer( U32 unit, U32 policerId ) const;
+   // The pipe's policer id: the base id (below 2^24, as the SDK picks ids)
+   // with the pipe in bits 24-26, like pipe entry and group ids; pipe 0
+   // gives the base id itself.
+   U32 getPipePolicerId( U32 unit, U32 pipe, U32 basePolicerId ) const;
+
    // === Owned objects ===
 
    const Kiln::Ptr< Acl::ParamConfig > & aclParamConfig() const { return aclParamConfig_; }
@@ -277,17 +524,63 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    Kiln::Ptr< TesselTcamStub > tesselTcamStubIs();
    void tesselTcamStubDel();
 
-   const Kiln::Ptr< TesselTcamVaultRequest > &
+   // The command line's request entity and the state machine serving it
+   // (export/GroupManagerVault.cpp).
+   const Kiln::Ptr< GroupManagerVaultRequest > &
    groupManagerVaultRequest() const {
       return groupManagerVaultRequest_;
    }
-   Kiln::Ptr< TesselTcamVaultRequest > groupManagerVaultRequestIs();
-   const Kiln::Ptr< TesselTcamVaultSm > &
+   Kiln::Ptr< GroupManagerVaultRequest > groupManagerVaultRequestIs();
+   const Kiln::Ptr< GroupManagerVaultSm > &
    groupManagerVaultSm() const {
       return groupManagerVaultSm_;
    }
    // Serves groupManagerVaultRequest(), which must exist.
-   Kiln::Ptr< TesselTcamVaultSm > groupManagerVaultSmIs();
+   Kiln::Ptr< GroupManagerVaultSm > groupManagerVaultSmIs();
+
+   // === Reports (show/) ===
+   //
+   // Text for the operator, written to a descriptor the caller owns (left
+   // open) with formatted writes. They read the group manager's state and
+   // make read-only SDK calls with the activity lock released; the SDK walks
+   // take the field-processor lock after that and release it first.
+
+   // Per group of the unit: "=== TCAM detail|summary for switch <name> ===",
+   // then a line per group with its use and room and, per reservation that
+   // holds entries, what it uses; detail adds every entry with its hits.
+   // pipe is read as an unsigned byte: 255 (-1) lists every pipe.
+   void showTcamUsage( Kiln::String switchName, U32 fd, bool detail, U32 unit, S8 pipe );
+   // The slices (banks) each reservation's group holds on the unit.
+   void showSummaryTcamUsage( Kiln::String switchName, U32 fd, U32 unit );
+   // The slice numbers of SDK group `groupId` on the unit, ", "-separated,
+   // appended to `out`. An SDK result code; failures are traced.
+   static int showSummaryTcamUsageHelper( int unit, int groupId, std::ostringstream & out );
+   // tcamUsage( unit ) written to fd.
+   void showRawTcamUsage( Kiln::String switchName, U32 fd, U32 unit );
+   // One entry decoded: group, qualifiers, actions, counters.
+   void showEntryTcamUsage( Kiln::String switchName, U32 fd, U32 unit, U32 entryId );
+
+   // === Command-line tables (export/) ===
+
+   // Fills the unit's stage table from the capacity query, one record per
+   // stage (key: stage id), and drops records of stages that are gone.
+   void dumpStageData( U16 unit, const Kiln::Ptr< VaultStagesMount > & mount );
+   // Fills the unit's stage-name table: "IFP", "VFP", "EFP", "EXT", "EXACT", "CLASS".
+   void dumpStageNames( U16 unit, const Kiln::Ptr< VaultStageNamesMount > & mount );
+   // Fills the unit's group-name table from the catalogue.
+   void dumpGroupNames( U16 unit, const Kiln::Ptr< VaultGroupNamesMount > & mount );
+   // Replaces the table the request names (types 3 to 9) with the unit's
+   // current state for the request's stage and pipe; other types change
+   // nothing.
+   void dumpData( const Kiln::Ptr< GroupManagerVaultRequest > & request );
+   // Replaces the request's slice table: every slice of the stage and pipe
+   // with the group that holds it.
+   void dumpSliceData( const Kiln::Ptr< GroupManagerVaultRequest > & request );
+   // Brings the tables of the module's units in step with the chip
+   // information: units that became known get their stage tables (filled
+   // at once) and their per-stage tables; units that are gone lose them.
+   // Nothing without cliVaultHelper().
+   void handleModuleUpdate( U16 moduleId );
 
    // === Attributes and collections ===
 
@@ -318,14 +611,22 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    qosIpv6KeyWidthModeIs( Acl::TcamBankSharingMode v ) {
       attributeIs( qosIpv6KeyWidthMode_, v, &NotifieeConst::onQosIpv6KeyWidthMode );
    }
-   const Kiln::Ptr< TesselTcamCliVaultHelper > &
+   const Kiln::Ptr< TesselTcam::CliVaultHelper > &
    cliVaultHelper() const {
       return cliVaultHelper_.get();
    }
    void
-   cliVaultHelperIs( const Kiln::Ptr< TesselTcamCliVaultHelper > & v ) {
+   cliVaultHelperIs( const Kiln::Ptr< TesselTcam::CliVaultHelper > & v ) {
       attributeIs( cliVaultHelper_, v, &NotifieeConst::onCliVaultHelper );
    }
+
+   // --- agent services ---
+   // The untagged ports of VLANs; the outer-VLAN-ID workaround follows it.
+   const Kiln::Ptr< Agent::VlanState > & vlanState() const { return vlanState_; }
+   void vlanStateIs( const Kiln::Ptr< Agent::VlanState > & v );
+   // Flags of the platform; P4Runtime is copied into p4RuntimeEnabled.
+   const Kiln::Ptr< Agent::PlatformState > & platformState() const { return platformState_; }
+   void platformStateIs( const Kiln::Ptr< Agent::PlatformState > & v );
 
    // --- modules and units ---
    Agent::ChipInfo modChipInfo( U16 k ) const { return modChipInfo_.get( k ); }
@@ -435,10 +736,11 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    }
    Kiln::Ptr< TesselOvidWarSm > ovidWarSm( U32 k ) const { return ovidWarSm_.get( k ); }
    bool ovidWarSmHas( U32 k ) const { return ovidWarSm_.has( k ); }
+   // Watches the group manager's VLAN state.
    Kiln::Ptr< TesselOvidWarSm >
    ovidWarSmIs( U32 k ) {
       return collectionEntityIs( ovidWarSm_, k, &NotifieeConst::onOvidWarSm,
-                                 "ovidWarSm" + std::to_string( k ), k );
+                                 "ovidWarSm" + std::to_string( k ), k, vlanState_ );
    }
    void ovidWarSmDel( U32 k ) { collectionDel( ovidWarSm_, k, &NotifieeConst::onOvidWarSm ); }
    void ovidWarSmDelAll() { collectionDelAll( ovidWarSm_, &NotifieeConst::onOvidWarSm ); }
@@ -468,6 +770,8 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    }
 
    // --- class-id compression ---
+   // Is creates or replaces the record of a key; Is, Del and DelAll are
+   // bookkeeping only.
    Kiln::Ptr< TesselExactMatchClassEntry >
    l4SrcPortClassId( const TesselCompressionClassKey & k ) const {
       return l4SrcPortClassId_.get( k );
@@ -478,7 +782,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    }
    Kiln::Ptr< TesselExactMatchClassEntry >
    l4SrcPortClassIdIs( const TesselCompressionClassKey & k, U32 value, U32 entry ) {
-      return collectionEntityIs( l4SrcPortClassId_, k, &NotifieeConst::onL4SrcPortClassId, k, value,
+      return classEntryIs( l4SrcPortClassId_, k, &NotifieeConst::onL4SrcPortClassId, k, value,
                                  entry );
    }
    void
@@ -503,7 +807,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    }
    Kiln::Ptr< TesselExactMatchClassEntry >
    l4DstPortClassIdIs( const TesselCompressionClassKey & k, U32 value, U32 entry ) {
-      return collectionEntityIs( l4DstPortClassId_, k, &NotifieeConst::onL4DstPortClassId, k, value,
+      return classEntryIs( l4DstPortClassId_, k, &NotifieeConst::onL4DstPortClassId, k, value,
                                  entry );
    }
    void
@@ -528,7 +832,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    }
    Kiln::Ptr< TesselExactMatchClassEntry >
    ipProtocolClassIdIs( const TesselCompressionClassKey & k, U32 value, U32 entry ) {
-      return collectionEntityIs( ipProtocolClassId_, k, &NotifieeConst::onIpProtocolClassId, k,
+      return classEntryIs( ipProtocolClassId_, k, &NotifieeConst::onIpProtocolClassId, k,
                                  value, entry );
    }
    void
@@ -553,7 +857,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    }
    Kiln::Ptr< TesselExactMatchClassEntry >
    etherTypeClassIdIs( const TesselCompressionClassKey & k, U32 value, U32 entry ) {
-      return collectionEntityIs( etherTypeClassId_, k, &NotifieeConst::onEtherTypeClassId, k, value,
+      return classEntryIs( etherTypeClassId_, k, &NotifieeConst::onEtherTypeClassId, k, value,
                                  entry );
    }
    void
@@ -577,8 +881,9 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       return srcIpClassId_.has( k );
    }
    Kiln::Ptr< TesselClassEntry >
-   srcIpClassIdIs( const TesselCompressionClassKey & k, U32 family, U32 entry ) {
-      return collectionEntityIs( srcIpClassId_, k, &NotifieeConst::onSrcIpClassId, k, family,
+   srcIpClassIdIs( const TesselCompressionClassKey & k, Wiretype::AddressFamily family,
+                   U32 entry ) {
+      return classEntryIs( srcIpClassId_, k, &NotifieeConst::onSrcIpClassId, k, family,
                                  entry );
    }
    void
@@ -599,8 +904,9 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       return dstIpClassId_.has( k );
    }
    Kiln::Ptr< TesselClassEntry >
-   dstIpClassIdIs( const TesselCompressionClassKey & k, U32 family, U32 entry ) {
-      return collectionEntityIs( dstIpClassId_, k, &NotifieeConst::onDstIpClassId, k, family,
+   dstIpClassIdIs( const TesselCompressionClassKey & k, Wiretype::AddressFamily family,
+                   U32 entry ) {
+      return classEntryIs( dstIpClassId_, k, &NotifieeConst::onDstIpClassId, k, family,
                                  entry );
    }
    void
@@ -738,6 +1044,10 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    void
    pktFmtIdToUdfIdDelAll() {
       collectionDelAll( pktFmtIdToUdfId_, &NotifieeConst::onPktFmtIdToUdfId );
+   }
+   const Kiln::OrderedCollection< PktFmtId, UdfIdList > &
+   pktFmtIdToUdfIdCollection() const {
+      return pktFmtIdToUdfId_;
    }
    U32 openFlowUdfIpProto( U32 k ) const { return openFlowUdfIpProto_.get( k ); }
    bool openFlowUdfIpProtoHas( U32 k ) const { return openFlowUdfIpProto_.has( k ); }
@@ -1151,6 +1461,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    void preInitIs( bool v ) { attributeIs( preInit_, v, &NotifieeConst::onPreInit ); }
  private:
    class AclParamConfigReactor;
+   class PlatformStateReactor;
    void copyAclParamConfig();
    U32 sharedMirrorAclPriority( U32 groupId, int mirAclType ) const;
    bool preselInUse( U32 unit, U32 preselId ) const;
@@ -1162,6 +1473,9 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    void destroyGroupOnUnit( U32 unit, U32 groupId, bool destroyUdf );
    void destroyGroupUdfQualifiers( U32 unit, U32 groupId );
    void compressGroupsOfUnit( U32 unit );
+   void crossCheckPackets( U32 unit, U32 statsId, bcm_field_stat_t stat, U64 expected );
+   int statCounterIndex( U32 unit, U32 statsId, bcm_field_stat_t stat,
+                         const oberon_stat_pool_index & info );
    template< typename Manager, typename Map, typename Callback >
    Kiln::Ptr< Manager > entryManagerMake( Map & map, Callback callback, const char * collection,
                                           TcamGroupAssignment groupAssignment,
@@ -1174,8 +1488,14 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    Kiln::Ptr< Acl::ParamConfig > aclParamConfig_;
    std::unique_ptr< AclParamConfigReactor > aclParamConfigReactor_;
    Kiln::Ptr< TesselTcamStub > tesselTcamStub_;
-   Kiln::Ptr< TesselTcamVaultRequest > groupManagerVaultRequest_;
-   Kiln::Ptr< TesselTcamVaultSm > groupManagerVaultSm_;
+   Kiln::Ptr< GroupManagerVaultRequest > groupManagerVaultRequest_;
+   Kiln::Ptr< GroupManagerVaultSm > groupManagerVaultSm_;
+   Kiln::Ptr< Agent::VlanState > vlanState_;
+   Kiln::Ptr< Agent::PlatformState > platformState_;
+   std::unique_ptr< PlatformStateReactor > platformStateReactor_;
+   std::map< U32, Shim::PortConfig > portConfigs_; // by unit
+   mutable std::map< U32, std::vector< Kiln::Ptr< TesselTcamEntryManager > > > managersByGroup_;
+   mutable bool managersByGroupStale_ = true;
    Kiln::Attribute< bool > paclSliceSharingSupported_;
    Kiln::Attribute< bool > mirrorAclSliceSharingSupported_;
    Kiln::Attribute< bool > qosAclSliceSharingSupported_;
@@ -1183,7 +1503,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       Acl::tcamBankSharingModeDefault };
    Kiln::Attribute< Acl::TcamBankSharingMode > qosIpv6KeyWidthMode_{
       Acl::tcamBankSharingModeDefault };
-   Kiln::Attribute< Kiln::Ptr< TesselTcamCliVaultHelper > > cliVaultHelper_;
+   Kiln::Attribute< Kiln::Ptr< TesselTcam::CliVaultHelper > > cliVaultHelper_;
    Kiln::OrderedCollection< U16, Agent::ChipInfo > modChipInfo_;
    Kiln::Attribute< U32 > numPipe_;
    Kiln::OrderedCollection< U32, bool > stageIngress_;

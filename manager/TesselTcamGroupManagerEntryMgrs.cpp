@@ -85,6 +85,7 @@ TesselTcamGroupManager::entryManagerMake( Map & map, Callback callback, const ch
       new Manager( entryManagerName( name(), collection, groupAssignment ), groupAssignment, desc,
                    groupManager, group, baseEntry, endEntry, strategy );
    collectionIs( map, groupAssignment, made, callback );
+   managersByGroupStale_ = true;
    return made;
 }
 
@@ -126,22 +127,43 @@ TesselTcamGroupManager::unboundedEntryManagerIs( TcamGroupAssignment groupAssign
 void
 TesselTcamGroupManager::entryManagerDel( TcamGroupAssignment groupAssignment ) {
    collectionDel( entryManager_, groupAssignment, &NotifieeConst::onEntryManager );
+   managersByGroupStale_ = true;
 }
 
 void
 TesselTcamGroupManager::entryManagerDelAll() {
    collectionDelAll( entryManager_, &NotifieeConst::onEntryManager );
+   managersByGroupStale_ = true;
 }
 
 void
 TesselTcamGroupManager::unboundedEntryManagerDel( TcamGroupAssignment groupAssignment ) {
    collectionDel( unboundedEntryManager_, groupAssignment,
                   &NotifieeConst::onUnboundedEntryManager );
+   managersByGroupStale_ = true;
 }
 
 void
 TesselTcamGroupManager::unboundedEntryManagerDelAll() {
    collectionDelAll( unboundedEntryManager_, &NotifieeConst::onUnboundedEntryManager );
+   managersByGroupStale_ = true;
+}
+
+const std::vector< Kiln::Ptr< TesselTcamEntryManager > > &
+TesselTcamGroupManager::entryManagersOfGroup( U32 group ) const {
+   if ( managersByGroupStale_ ) {
+      managersByGroup_.clear();
+      for ( const auto & [ assignment, manager ] : entryManager_ ) {
+         managersByGroup_[ manager->group() ].push_back( manager );
+      }
+      for ( const auto & [ assignment, manager ] : unboundedEntryManager_ ) {
+         managersByGroup_[ manager->group() ].push_back( manager );
+      }
+      managersByGroupStale_ = false;
+   }
+   static const std::vector< Kiln::Ptr< TesselTcamEntryManager > > none;
+   auto found = managersByGroup_.find( group );
+   return found == managersByGroup_.end() ? none : found->second;
 }
 
 Kiln::Ptr< TesselTcamEntryManager >

@@ -1,6 +1,7 @@
 // Group teardown, and the count of entries a group can still take.
 #include "manager/TesselTcamGroupManager.h"
 
+#include "catalogue/TesselTcamGroups.h"
 #include "common/TesselSdkCall.h"
 #include "manager/SdkShimAccess.h"
 #include "platform/fastlog/FastLog.h"
@@ -138,8 +139,8 @@ TesselTcamGroupManager::entriesAvailable( U32 unit, U32 group ) {
    }
    uninitializeGroup( unit, group );
    U32 entriesFree = status.entries_free > 0 ? static_cast< U32 >( status.entries_free ) : 0;
-   if ( ovidWar( unit ) ) {
-      entriesFree /= 2;
+   if ( ovidWar( unit ) && getGroupStage( group ) == stageTypeIngress_ ) {
+      entriesFree /= 2; // every ingress entry has its twin in the group
    }
    if ( !sdkShim().anyCopiesCondition( unit ) ) {
       return entriesFree;

@@ -68,6 +68,11 @@ TesselTcamGroupManager::setUpUnit( U32 unit, const Agent::ChipInfo & info ) {
    if ( info.perPipeIngress() ) {
       numPipeIs( info.numPipes() );
    }
+   // Before any group exists: the pipe count must not change under entries.
+   if ( ovidWarNeeded( unit ) ) {
+      ovidWarIs( unit, true );
+      ovidWarSmIs( unit );
+   }
    for ( const auto & [ assignment, manager ] : entryManager_ ) {
       manager->initializeUnit( unit );
    }
@@ -102,9 +107,9 @@ TesselTcamGroupManager::registerReservations( U32 unit, const Agent::ChipInfo & 
    }
 }
 
-// The unit's module is gone: entry managers drop the unit, then its groups
-// are destroyed (errors traced: the chip may be gone already) and its
-// records dropped.
+// The unit's module is gone: entry managers drop the unit, its class-id
+// entries go, then its groups are destroyed with their UDFs (errors traced:
+// the chip may be gone already) and its records dropped.
 void
 TesselTcamGroupManager::forgetUnit( U32 unit ) {
    TRACE7( "forgetUnit unit " << unit );
@@ -114,6 +119,7 @@ TesselTcamGroupManager::forgetUnit( U32 unit ) {
    for ( const auto & [ assignment, manager ] : unboundedEntryManager_ ) {
       manager->forgetUnit( unit );
    }
+   forgetUnitClassIds( unit );
    std::vector< U32 > groups;
    for ( const auto & [ key, counts ] : groupCounts_ ) {
       if ( counts->unitRefCountHas( unit ) &&
@@ -124,9 +130,11 @@ TesselTcamGroupManager::forgetUnit( U32 unit ) {
    for ( U32 groupId : groups ) {
       destroyGroupOnUnit( unit, groupId, true );
    }
+   forgetUnitUdfs( unit );
    stageIngressDel( unit );
    ovidWarDel( unit );
    ovidWarSmDel( unit );
+   portConfigs_.erase( unit );
 }
 
 } // namespace Tessel

@@ -101,10 +101,24 @@ bcm_field_entry_group_get( int unit, bcm_field_entry_t entry, bcm_field_group_t 
    } );
 }
 
+// A range of the range module serves the entries of its own pipe only (the
+// qualify call refuses others), so a copy into another pipe leaves the
+// source's ranges behind: the destination checks its own pipe's ranges.
 extern "C" int
 bcm_field_entry_content_copy( int unit, bcm_field_entry_t src, bcm_field_entry_t dst ) {
    return sdkCall( __func__, unit, { src, dst }, [ & ]( Unit & u ) {
-      return u.state().field.entryContentCopy( src, dst );
+      UnitState & s = u.state();
+      int rc = s.field.entryContentCopy( src, dst );
+      Entry * to = s.field.entry( dst );
+      if ( rc != BCM_E_NONE || !to ) {
+         return rc;
+      }
+      int pipe = s.field.group( to->group )->pipe;
+      std::erase_if( to->soft.ranges, [ & ]( const RangeCheck & check ) {
+         std::optional< U32 > rangePipe = s.ranges.pipeOf( check.range );
+         return rangePipe && pipe >= 0 && static_cast< int >( *rangePipe ) != pipe;
+      } );
+      return rc;
    } );
 }
 

@@ -69,7 +69,7 @@ thxProfile() {
                   BCM_INFO_CAP_IFP_DOUBLE_COUNT;
    p.pipes = 4;
    p.frontPanelPortsPerPipe = 16;
-   p.stages = { stage( bcmFieldStageIngress, true, 12, 768, 3, 4, 512 ),
+   p.stages = { stage( bcmFieldStageIngress, true, 24, 768, 3, 4, 512 ),
                 stage( bcmFieldStageLookup, false, 4, 512, 2, 2, 512 ),
                 stage( bcmFieldStageEgress, false, 4, 512, 2, 2, 512 ) };
    p.metersPerPipe = 256;
@@ -89,10 +89,12 @@ th3Profile() {
                   BCM_INFO_CAP_JOINED_UDF_WIDTH;
    p.pipes = 8;
    p.frontPanelPortsPerPipe = 8;
-   p.stages = { stage( bcmFieldStageIngress, true, 12, 256, 3, 4, 256 ),
+   p.stages = { stage( bcmFieldStageIngress, true, 16, 256, 3, 4, 256 ),
                 stage( bcmFieldStageLookup, false, 4, 512, 2, 2, 512 ),
                 stage( bcmFieldStageEgress, false, 4, 512, 2, 2, 512 ),
-                stage( bcmFieldStageClass, false, 8, 128, 1, 0, 0 ) };
+                // Double rows: the address groups key a selector and both an
+                // IPv4 and an IPv6 address (164 bits).
+                stage( bcmFieldStageClass, false, 8, 128, 2, 0, 0 ) };
    p.metersPerPipe = 128;
    p.rangeCheckers = 8;
    p.dataQualifiers = 0;

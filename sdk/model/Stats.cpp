@@ -47,21 +47,27 @@ Counter::count( U64 length, U64 evictThreshold ) {
 
 CounterPools::CounterPools( U32 pools, U32 perPool )
     : pools_( pools ), perPool_( perPool ),
-      counters_( pools, std::vector< Counter >( perPool ) ) {}
+      counters_( pools, std::vector< Counter >( perPool ) ), firstFree_( pools, 0 ) {}
 
 std::optional< std::pair< U32, std::vector< U32 > > >
 CounterPools::allocate( U32 count ) {
    for ( U32 pool = 0; pool < pools_; ++pool ) {
       std::vector< U32 > found;
-      for ( U32 index = 0; index < perPool_ && found.size() < count; ++index ) {
+      U32 index = firstFree_[ pool ];
+      for ( ; index < perPool_ && found.size() < count; ++index ) {
          if ( !counters_[ pool ][ index ].used ) {
             found.push_back( index );
          }
       }
+      if ( found.empty() ) {
+         firstFree_[ pool ] = perPool_;
+      } else {
+         firstFree_[ pool ] = found.front();
+      }
       if ( found.size() == count ) {
-         for ( U32 index : found ) {
-            counters_[ pool ][ index ] = Counter{};
-            counters_[ pool ][ index ].used = true;
+         for ( U32 taken : found ) {
+            counters_[ pool ][ taken ] = Counter{};
+            counters_[ pool ][ taken ].used = true;
          }
          return std::make_pair( pool, found );
       }
@@ -73,6 +79,7 @@ void
 CounterPools::release( U32 pool, const std::vector< U32 > & indices ) {
    for ( U32 index : indices ) {
       counters_.at( pool ).at( index ) = Counter{};
+      firstFree_[ pool ] = std::min( firstFree_[ pool ], index );
    }
 }
 

@@ -44,6 +44,9 @@ class CounterPools {
    U32 pools_;
    U32 perPool_;
    std::vector< std::vector< Counter > > counters_;
+   // Per pool: every index below it is in use, so searches start there and
+   // a pool filled in order costs no rescanning.
+   std::vector< U32 > firstFree_;
 };
 
 struct Stat {

@@ -1,7 +1,6 @@
 #include "sdk/model/Udf.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "sdk/api/error.h"
 #include "sdk/api/port.h"
@@ -12,9 +11,17 @@ namespace {
 
 constexpr int dataOffsetMax = 127;
 
+// Field by field: the structures have padding, which copies need not keep.
 bool
-sameBytes( const void * a, const void * b, std::size_t size ) {
-   return std::memcmp( a, b, size ) == 0;
+sameFormat( const bcm_field_data_packet_format_t & a, const bcm_field_data_packet_format_t & b ) {
+   return a.relative_offset == b.relative_offset && a.l2 == b.l2 && a.vlan_tag == b.vlan_tag &&
+          a.outer_ip == b.outer_ip && a.inner_ip == b.inner_ip && a.tunnel == b.tunnel;
+}
+
+bool
+sameFormat( const bcm_field_data_ethertype_t & a, const bcm_field_data_ethertype_t & b ) {
+   return a.relative_offset == b.relative_offset && a.ethertype == b.ethertype &&
+          a.l2 == b.l2 && a.vlan_tag == b.vlan_tag;
 }
 
 // A selector field of a packet format: ANY, or the packet's alternative bit set.
@@ -51,7 +58,7 @@ dataBase( bcm_field_data_offset_base_t base, const PacketLayout & p ) {
    case bcmFieldDataOffsetBasePacketStart:
       return 0;
    case bcmFieldDataOffsetBaseOuterL3Header:
-      return p.ipv4 || p.ipv6 ? std::optional< U32 >( p.l3Offset ) : std::nullopt;
+      return p.l3Offset; // right after the L2 header, whatever follows it
    case bcmFieldDataOffsetBaseOuterL4Header:
       return p.l4Offset;
    default:
@@ -132,7 +139,7 @@ UdfTable::dataFormatAdd( int id, const bcm_field_data_packet_format_t & format )
    }
    auto & formats = it->second.formats;
    if ( std::any_of( formats.begin(), formats.end(), [ & ]( const auto & f ) {
-           return sameBytes( &f, &format, sizeof( f ) );
+           return sameFormat( f, format );
         } ) ) {
       return BCM_E_EXISTS;
    }
@@ -151,7 +158,7 @@ UdfTable::dataFormatDelete( int id, const bcm_field_data_packet_format_t & forma
    }
    auto & formats = it->second.formats;
    auto found = std::find_if( formats.begin(), formats.end(), [ & ]( const auto & f ) {
-      return sameBytes( &f, &format, sizeof( f ) );
+      return sameFormat( f, format );
    } );
    if ( found == formats.end() ) {
       return BCM_E_NOT_FOUND;
@@ -168,7 +175,7 @@ UdfTable::dataEthertypeAdd( int id, const bcm_field_data_ethertype_t & etype ) {
    }
    auto & etypes = it->second.ethertypes;
    if ( std::any_of( etypes.begin(), etypes.end(), [ & ]( const auto & e ) {
-           return sameBytes( &e, &etype, sizeof( e ) );
+           return sameFormat( e, etype );
         } ) ) {
       return BCM_E_EXISTS;
    }
@@ -187,7 +194,7 @@ UdfTable::dataEthertypeDelete( int id, const bcm_field_data_ethertype_t & etype 
    }
    auto & etypes = it->second.ethertypes;
    auto found = std::find_if( etypes.begin(), etypes.end(), [ & ]( const auto & e ) {
-      return sameBytes( &e, &etype, sizeof( e ) );
+      return sameFormat( e, etype );
    } );
    if ( found == etypes.end() ) {
       return BCM_E_NOT_FOUND;
@@ -387,9 +394,20 @@ UdfTable::packetFormatCount() const {
    return static_cast< U32 >( formats_.size() ) + dataFormatsUsed();
 }
 
+const bcm_udf_chunk_info_t *
+UdfTable::chunkOn( bcm_udf_abstract_pkt_format_t apf, U32 chunkBmap ) const {
+   for ( const auto & [ id, c ] : chunks_ ) {
+      if ( c.abstract_pkt_format == apf && c.chunk_bmap == chunkBmap ) {
+         return &c;
+      }
+   }
+   return nullptr;
+}
+
 U32
 UdfTable::keyBytes( const bcm_field_qset_t & qset ) const {
    U32 bytes = 0;
+   U32 chunksInKey = 0; // chunk ids of several formats share their chunks
    for ( int id = 0; id < BCM_FIELD_USER_NUM_UDFS; ++id ) {
       if ( BCM_FIELD_BITSET_TEST( qset.udf_map, id ) && data( id ) ) {
          bytes += static_cast< U32 >( data( id )->spec.byte_length );
@@ -398,11 +416,12 @@ UdfTable::keyBytes( const bcm_field_qset_t & qset ) const {
          if ( const UdfObject * u = udf( id ) ) {
             bytes += u->spec.bit_width / 8;
          } else if ( const bcm_udf_chunk_info_t * c = chunk( id ) ) {
-            bytes += c->chunk_width;
+            chunksInKey |= c->chunk_bmap;
          }
       }
    }
-   return bytes;
+   return bytes + static_cast< U32 >( __builtin_popcount( chunksInKey ) ) *
+                     profile_->flexChunkBytes;
 }
 
 // --- extraction ------------------------------------------------------------
@@ -439,10 +458,13 @@ UdfTable::extractData( int id, const PacketLayout & p ) const {
 std::optional< std::vector< U8 > >
 UdfTable::extractUdf( bcm_udf_id_t id, const PacketLayout & p ) const {
    if ( const bcm_udf_chunk_info_t * c = chunk( id ) ) {
-      if ( c->abstract_pkt_format != p.abstractFormat ) {
+      // The key holds the chunks, not the format: the chunks of the id's
+      // bitmap carry what the packet's own format programs them with.
+      const bcm_udf_chunk_info_t * programmed = chunkOn( p.abstractFormat, c->chunk_bmap );
+      if ( !programmed ) {
          return std::nullopt;
       }
-      return bytesAt( p, p.l3Offset + c->chunk_offset, c->chunk_width );
+      return bytesAt( p, p.l3Offset + programmed->chunk_offset, programmed->chunk_width );
    }
    const UdfObject * u = udf( id );
    if ( !u ) {

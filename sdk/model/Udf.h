@@ -70,11 +70,16 @@ class UdfTable {
                      bcm_udf_abstract_pkt_format_info_t & info ) const;
    int chunkCreate( const bcm_udf_chunk_info_t & info, bcm_udf_id_t & id );
    const bcm_udf_chunk_info_t * chunk( bcm_udf_id_t id ) const;
+   // The chunk object that programs exactly these chunks on the format, or null.
+   const bcm_udf_chunk_info_t * chunkOn( bcm_udf_abstract_pkt_format_t apf,
+                                         U32 chunkBmap ) const;
 
-   // Key bytes a qualifier set's data qualifiers and UDFs add.
+   // Key bytes a qualifier set's data qualifiers and UDFs add; flex chunks
+   // count once however many formats' chunk ids name them.
    U32 keyBytes( const bcm_field_qset_t & qset ) const;
    // The bytes a data qualifier / UDF id extracts from a packet; nullopt when
-   // the packet's format is not one it serves.
+   // the packet's format is not one it serves. A chunk id stands for its
+   // chunks: it extracts what the packet's format programs those chunks with.
    std::optional< std::vector< U8 > > extractData( int id,
                                                    const PacketLayout & packet ) const;
    std::optional< std::vector< U8 > > extractUdf( bcm_udf_id_t id,

@@ -335,6 +335,10 @@ class Sdk {
    bool entryManagerFamilyCheckTh3( U32 unit ) const;
    bool entryManagerFamilyCheckCompact( U32 unit ) const;
 
+   // The field processor sees untagged packets with outer VLAN id 0, not
+   // the port's native VLAN (the Classic family).
+   bool untaggedOuterVlanZero( U32 unit ) const;
+
    // Resource mechanisms of the unit.
    bool hasRangeModule( U32 unit ) const;   // bcm_range_* (else bcm_field_range_*)
    bool hasUdfModule( U32 unit ) const;     // bcm_udf_* on packet formats

@@ -120,6 +120,11 @@ Sdk::entryManagerFamilyCheckCompact( U32 unit ) const {
 }
 
 bool
+Sdk::untaggedOuterVlanZero( U32 unit ) const {
+   return isClassicFamily( unit );
+}
+
+bool
 Sdk::hasRangeModule( U32 unit ) const {
    return hasCapability( unit, BCM_INFO_CAP_RANGE_MODULE );
 }

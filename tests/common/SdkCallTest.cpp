@@ -94,6 +94,24 @@ TEST_F( SdkCall, CheckedCallPassesSuccessThrough ) {
    EXPECT_EQ( 5, SDK_CALL_CHECKED( fakeSdkCall( unit, 5 ) ) );
 }
 
+TEST_F( SdkCall, ResourceFormHandsExhaustionToTheCaller ) {
+   EXPECT_EQ( BCM_E_RESOURCE, SDK_CALL_RESOURCE_OK( fakeSdkCall( unit, BCM_E_RESOURCE ) ) );
+   EXPECT_EQ( 2, SDK_CALL_RESOURCE_OK( fakeSdkCall( unit, 2 ) ) );
+   EXPECT_EQ( 2u, capture_.texts().size() );
+}
+
+void
+resourceFormFailure( int unit ) {
+   SDK_CALL_RESOURCE_OK( fakeSdkCall( unit, BCM_E_BUSY ) );
+}
+
+TEST( SdkCallDeathTest, ResourceFormIsFatalForOtherCodes ) {
+   int line = __LINE__ - 4;
+   EXPECT_DEATH( resourceFormFailure( 0 ),
+                 at( line ) + "fakeSdkCall\\( unit, BCM_E_BUSY \\) API ERROR:.* \\(-[0-9]+\\)\n"
+                              ".*resourceFormFailure\\(int\\): Assertion '0' failed" );
+}
+
 void
 checkedFailure( int unit ) {
    SDK_CALL_CHECKED( fakeSdkCall( unit, BCM_E_RESOURCE ) );

@@ -19,8 +19,10 @@ class PipesAndCopiesTest : public testing::TestWithParam< ProfileFacts > {};
 
 TEST_P( PipesAndCopiesTest, ComeFromTheUnitsChipInformation ) {
    ManagerBox m{ { GetParam().name } };
-   EXPECT_EQ( GetParam().ingressPipes, m.manager->getNumPipe( 0 ) );
-   EXPECT_EQ( GetParam().ingressPipes, m.manager->getNumPipe( 0, IFP_GROUP_IP_ACL_ ) );
+   EXPECT_EQ( GetParam().pipes(), m.manager->getNumPipe( 0 ) );
+   EXPECT_EQ( GetParam().pipes(), m.manager->getNumPipe( 0, IFP_GROUP_IP_ACL_ ) );
+   EXPECT_EQ( GetParam().ovidWar, m.manager->ovidWar( 0 ) );
+   EXPECT_EQ( GetParam().ovidWar, m.manager->ovidWarSmHas( 0 ) );
    EXPECT_EQ( 1u, m.manager->getNumPipe( 0, EFP_GROUP_IP_ACL_ ) );
    U32 portAclCopies = GetParam().portAclCopies ? 2 : 1;
    EXPECT_EQ( portAclCopies, m.manager->getNumCopiesPerPipe( 0, IFP_GROUP_IP_ACL_ ) );

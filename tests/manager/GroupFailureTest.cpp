@@ -45,7 +45,7 @@ class GroupFailureTest : public testing::TestWithParam< ProfileFacts > {
       return found;
    }
 
-   ManagerBox m{ { GetParam().name } };
+   ManagerBox m{ { GetParam().name }, true, Reservations::release };
    ChipModel::ObjectCounts baseline = m.box.counts( 0 );
 };
 

@@ -22,7 +22,7 @@ class GroupLifecycleTest : public testing::TestWithParam< ProfileFacts > {
       return ManagerBox::pipeGroupIds( group, GetParam().ingressPipes, copies( group ) );
    }
 
-   ManagerBox m{ { GetParam().name } };
+   ManagerBox m{ { GetParam().name }, true, Reservations::release };
    ChipModel::ObjectCounts baseline = m.box.counts( 0 );
    const Shim::Sdk & shim = *Shim::sdk_;
 };

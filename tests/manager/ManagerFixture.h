@@ -23,15 +23,21 @@ struct ProfileFacts {
    U32 ingressPipes;      // SDK groups per ingress group
    bool portAclCopies;    // port ACL groups take two copies per pipe
    bool compressionGroups;
+   // Untagged packets show outer VLAN 0: every entry of an ingress group
+   // has a twin copy in the same SDK group ("pipe" 1 of 2).
+   bool ovidWar;
+
+   // What getNumPipe answers for the unit's ingress groups.
+   U32 pipes() const { return ovidWar ? 2 : ingressPipes; }
 };
 
 inline const std::vector< ProfileFacts > &
 allProfiles() {
    static const std::vector< ProfileFacts > facts = {
-      { "single", 1, false, false },
-      { "trident3", 1, false, false },
-      { "thx", 4, true, false },
-      { "th3", 8, false, true },
+      { "single", 1, false, false, true },
+      { "trident3", 1, false, false, false },
+      { "thx", 4, true, false, false },
+      { "th3", 8, false, true, false },
    };
    return facts;
 }
@@ -57,19 +63,24 @@ checkedOptions() {
 // Marks the constructor that takes an adjusted profile.
 struct AdjustedProfile {};
 
+// Whether units keep the entry ranges reserved when they are set up, or
+// start bare (for tests of group creation that need every step to happen).
+enum class Reservations { keep, release };
+
 class ManagerBox {
  public:
    // A box of the profiles; the manager is initialised and, unless told
    // otherwise, knows every unit as module 1.
-   explicit ManagerBox( const std::vector< std::string > & profiles, bool knowUnits = true )
+   explicit ManagerBox( const std::vector< std::string > & profiles, bool knowUnits = true,
+                        Reservations reservations = Reservations::keep )
          : box( profiles, checkedOptions() ), manager( new TesselTcamGroupManager( "tcam" ) ) {
       manager->handlePreInit();
       manager->handleInitialized();
-      if ( knowUnits ) {
-         std::vector< U32 > units;
-         for ( U32 unit = 0; unit < box.numUnits(); ++unit ) {
-            manager->modChipInfoIs( static_cast< U16 >( 1 + unit ),
-                                    chipInfoFromShim( static_cast< U16 >( 1 + unit ), { unit } ) );
+      for ( U32 unit = 0; knowUnits && unit < box.numUnits(); ++unit ) {
+         manager->modChipInfoIs( static_cast< U16 >( 1 + unit ),
+                                 chipInfoFromShim( static_cast< U16 >( 1 + unit ), { unit } ) );
+         if ( reservations == Reservations::release ) {
+            releaseReservations( unit );
          }
       }
    }
@@ -81,6 +92,17 @@ class ManagerBox {
       manager->modChipInfoIs( 1, chipInfoFromShim( 1, { 0 } ) );
    }
    ~ManagerBox() { manager = nullptr; }
+
+   void
+   releaseReservations( U32 unit ) {
+      for ( const auto & [ assignment, entries ] : manager->entryManagerCollection() ) {
+         if ( entries->internalUnitEntryHas( unit ) &&
+              entries->internalUnitEntry( unit )->rangeAllocated() &&
+              entries->strategy() == tcamAllocateAtBeginning_ ) {
+            entries->releaseRange( unit );
+         }
+      }
+   }
 
    const ChipModel::Group *
    group( U32 id, U32 unit = 0 ) const {

@@ -76,9 +76,11 @@ expectCompressionGroups( ChipModel::Box & box, TesselTcamGroupManager & manager,
          EXPECT_EQ( bcmFieldStageClass, g->stage );
       }
    }
-   // The exact-match groups fit the class stage's key on every chip that has it.
-   EXPECT_EQ( expected, manager.groupExists( 0, COMPRESS_GROUP_L4_SRC_PORT_ ) );
-   EXPECT_EQ( expected, manager.groupExists( 0, COMPRESS_GROUP_ETHER_TYPE_ ) );
+   // All six fit the class stage on every chip that has it, the address
+   // groups (both address families) included.
+   for ( U32 group = COMPRESS_GROUP_L4_SRC_PORT_; group <= COMPRESS_GROUP_ETHER_TYPE_; ++group ) {
+      EXPECT_EQ( expected, manager.groupExists( 0, group ) ) << group;
+   }
 }
 
 TEST( ModulesTest, ChipInformationBeforeStartUpWaitsForIt ) {
@@ -119,7 +121,7 @@ TEST( ModulesTest, StartUpBuildsTheQualifierIndexesAndTheRequestChannel ) {
    EXPECT_TRUE( m.manager->groupOpenFlowVxlanAclUdfValidHas( 85 ) );
    EXPECT_FALSE( m.manager->groupOpenFlowVxlanAclUdfValidHas( 86 ) );
    ASSERT_TRUE( m.manager->groupManagerVaultSm() );
-   EXPECT_EQ( m.manager->groupManagerVaultRequest(), m.manager->groupManagerVaultSm()->request() );
+   EXPECT_EQ( m.manager->groupManagerVaultRequest(), m.manager->groupManagerVaultSm()->message() );
 }
 
 const TcamQsetModDef twiceDefined[] = {

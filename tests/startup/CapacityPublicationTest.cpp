@@ -78,19 +78,19 @@ TEST( CapacityPublication, TheCommandLineReadsWhatTheAgentPublishes ) {
    std::vector< CapacityRow > rows;
    Vault::Status status = readTesselTcamCapacity( prefix, rows );
    ASSERT_TRUE( status.ok() ) << status.text();
-   // thx: 48 IFP slices (4 pipes), 4 VFP, 4 EFP; single: 12, 4, 4; a stage row each.
-   EXPECT_EQ( 59u + 23u, rows.size() );
+   // thx: 96 IFP slices (4 pipes), 4 VFP, 4 EFP; single: 12, 4, 4; a stage row each.
+   EXPECT_EQ( 107u + 23u, rows.size() );
    EXPECT_TRUE( std::is_sorted( rows.begin(), rows.end(), []( const auto & a, const auto & b ) {
       return a.key < b.key;
    } ) );
-   EXPECT_EQ( CapacityFigures( 48 * 768, 48 * 768, 0, 48 * 1536 ),
+   EXPECT_EQ( CapacityFigures( 96 * 768, 96 * 768, 0, 96 * 1536 ),
               figures( rows, 0, "IFP", "" ) );
    EXPECT_EQ( CapacityFigures( 0, 12 * 256, 0, 12 * 256 ), figures( rows, 1, "IFP", "" ) );
    // The half-row count shows as half used; it warns below that.
    std::string view = renderTesselTcamCapacity( rows );
    EXPECT_THAT( view, ::testing::Not( ::testing::HasSubstr( "WARNING" ) ) );
    EXPECT_THAT( view,
-                ::testing::ContainsRegex( "\n +0  IFP +all +36864 +36864 +73728 +50\\.0%\n" ) );
+                ::testing::ContainsRegex( "\n +0  IFP +all +73728 +73728 +147456 +50\\.0%\n" ) );
    EXPECT_THAT( renderTesselTcamCapacity( rows, 40 ),
                 ::testing::EndsWith(
                    "\nWARNING: unit 0 stage IFP is 50.0% used (threshold 40%)\n" ) );
@@ -100,7 +100,7 @@ TEST( CapacityPublication, TheCommandLineReadsWhatTheAgentPublishes ) {
    std::vector< CapacityRow > after;
    ASSERT_TRUE( readTesselTcamCapacity( prefix, after ).ok() );
    EXPECT_EQ( rows.size(), after.size() );
-   EXPECT_EQ( CapacityFigures( 48 * 768 + 1, 48 * 768 - 1, 0, 48 * 1536 ),
+   EXPECT_EQ( CapacityFigures( 96 * 768 + 1, 96 * 768 - 1, 0, 96 * 1536 ),
               figures( after, 0, "IFP", "" ) );
    EXPECT_EQ( CapacityFigures( 769, 767, 0, 1536 ), figures( after, 0, "IFP", "Slice-0" ) );
    EXPECT_EQ( figures( rows, 1, "IFP", "" ), figures( after, 1, "IFP", "" ) );

@@ -222,8 +222,9 @@ TEST_F( StageAboveEgress, KeepsItsZeroRecordAndAddsNothing ) {
    sm->updateCapacityTable();
    for ( U32 unit = 0; unit < 2; ++unit ) {
       expectRowsMatchFieldControl( unit );
-      EXPECT_EQ( CapacityFigures( 0, 96 * 256, 0, 96 * 256 ), row( unit, "IFP", "" ) );
-      EXPECT_EQ( 96u + 4 + 4 + 3, rowsOf( unit ) );
+      // th3: 16 IFP slices in each of 8 pipes.
+      EXPECT_EQ( CapacityFigures( 0, 128 * 256, 0, 128 * 256 ), row( unit, "IFP", "" ) );
+      EXPECT_EQ( 128u + 4 + 4 + 3, rowsOf( unit ) );
    }
 }
 

@@ -16,6 +16,7 @@
 #include "platform/kiln/ActivityLock.h"
 #include "sdk/api/field.h"
 #include "sdk/model/Box.h"
+#include "tools/tessel-demo/ResourcesDemo.h"
 
 namespace {
 
@@ -56,6 +57,7 @@ printCounts( const ChipModel::Box & box, U32 unit, const char * when ) {
 
 int
 main() {
+   demoSharedResources();
    ChipModel::Box box( { "thx" } );
    Kiln::ActivityLockGuard activity;
    Kiln::Ptr< TesselTcamGroupManager > manager = new TesselTcamGroupManager( "tcamGroupManager" );

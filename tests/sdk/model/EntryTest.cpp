@@ -225,6 +225,35 @@ TEST_F( Entries, CopyIntoAnEntryOfAnotherGroupOfTheStage ) {
    EXPECT_EQ( BCM_E_NOT_FOUND, SdkShim->ob_field_entry_copy_id( 0, 100, 0x3000064 ) );
 }
 
+// A range of the range module lives in one pipe: a copy into a group of
+// another pipe leaves it behind (that pipe checks its own ranges), a copy
+// within the pipe keeps it.
+TEST( EntryCopy, RangesOfAnotherPipeStayBehind ) {
+   Box box( { "thx" }, committed() );
+   const ChipModel::Profile & thx = box.unit( 0 ).profile();
+   for ( U32 pipe : { 0u, 2u } ) {
+      bcm_field_group_config_t config = groupConfig(
+         thx, static_cast< int >( pipe << 24 | 7 ), qsetOf( { bcmFieldQualifyRangeCheck } ), 1,
+         pipe );
+      ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
+   }
+   bcm_range_config_t range;
+   bcm_range_config_t_init( &range );
+   range.max = 10;
+   range.ports = ChipModel::pipePorts( thx, 0 );
+   ASSERT_EQ( BCM_E_NONE, bcm_range_create( 0, 0, &range ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 7, 100 ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 7, 0x8000064 ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 0x2000007, 0x2000064 ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_RangeCheck( 0, 100, range.rid, 0 ) );
+   ASSERT_EQ( BCM_E_NONE, SdkShim->ob_field_entry_copy_id( 0, 100, 0x8000064 ) );
+   ASSERT_EQ( BCM_E_NONE, SdkShim->ob_field_entry_copy_id( 0, 100, 0x2000064 ) );
+   const ChipModel::FieldProcessor & field = box.unit( 0 ).state().field;
+   EXPECT_EQ( 1u, field.entry( 0x8000064 )->soft.ranges.size() );
+   EXPECT_TRUE( field.entry( 0x2000064 )->soft.ranges.empty() );
+   EXPECT_EQ( 1u, field.entry( 100 )->soft.ranges.size() );
+}
+
 TEST_F( Entries, DestroyedEntriesLeaveNothingBehind ) {
    bcm_field_entry_t id;
    ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create( 0, group, &id ) );

@@ -257,3 +257,107 @@ TEST( ClassCompression, CompressionGroupsFeedClassQualifiersOfTheIngressStage ) 
    EXPECT_TRUE( bgp.dropped );
    EXPECT_FALSE( box.send( 0, Packet::ipv4( port, 1, 2, 6, 180, 5000 ) ).dropped );
 }
+
+TEST( ClassCompression, AllSixCompressionGroupsFitTheClassStage ) {
+   Box box( { "th3" }, committed() );
+   const std::pair< int, std::vector< int > > groups[] = {
+      { 87, { bcmFieldQualifyCompressionSelect, bcmFieldQualifyL4SrcPort } },
+      { 88, { bcmFieldQualifyCompressionSelect, bcmFieldQualifyL4DstPort } },
+      { 89,
+        { bcmFieldQualifyCompressionAddrSelect, bcmFieldQualifySrcIp,
+          bcmFieldQualifySrcIp6 } },
+      { 90,
+        { bcmFieldQualifyCompressionAddrSelect, bcmFieldQualifyDstIp,
+          bcmFieldQualifyDstIp6 } },
+      { 91, { bcmFieldQualifyCompressionSelect, bcmFieldQualifyIpProtocol } },
+      { 92, { bcmFieldQualifyCompressionSelect, bcmFieldQualifyEtherType } },
+   };
+   for ( const auto & [ id, quals ] : groups ) {
+      Shim::GroupConfig config;
+      config.flags_or( BCM_FIELD_GROUP_CREATE_WITH_ID );
+      config.group = id;
+      for ( int q : quals ) {
+         SdkShim->ob_field_qset_add( &config.qset, q );
+      }
+      ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) ) << id;
+   }
+   const ChipModel::FieldProcessor & field = box.unit( 0 ).state().field;
+   EXPECT_EQ( 1u, field.group( 87 )->width );
+   EXPECT_EQ( 2u, field.group( 89 )->width ); // selector, IPv4 and IPv6: 164 bits
+   EXPECT_EQ( 2u, field.group( 90 )->width );
+   EXPECT_EQ( 0u, field.slices( bcmFieldStageClass )->freeSlices() );
+   // A triple-wide key is more than the class stage's rows hold.
+   Shim::GroupConfig wide;
+   wide.flags_or( BCM_FIELD_GROUP_CREATE_WITH_ID | BCM_FIELD_GROUP_CREATE_WITH_MODE );
+   wide.group = 93;
+   wide.mode = bcmFieldGroupModeTriple;
+   SdkShim->ob_field_qset_add( &wide.qset, bcmFieldQualifyCompressionSelect );
+   EXPECT_EQ( BCM_E_RESOURCE, bcm_field_group_config_create( 0, &wide ) );
+}
+
+TEST( FlexParser, AChunkIdStandsForItsChunksOnEveryFormat ) {
+   Box box( { "th3" }, committed() );
+   // One 2-byte field, programmed on the UDP and TCP formats of IPv4 with
+   // the same chunk, at the first payload bytes after the L4 header.
+   std::vector< bcm_udf_id_t > ids;
+   for ( auto [ apf, offset ] : { std::pair{ bcmUdfAbstractPktFormatIpv4Udp, 28u },
+                                  std::pair{ bcmUdfAbstractPktFormatIpv4Tcp, 40u } } ) {
+      Shim::UdfChunkInfo chunk;
+      chunk.abstract_pkt_format = apf;
+      chunk.chunk_bmap = 0x10;
+      chunk.offset_is( offset );
+      chunk.width_is( 2 );
+      bcm_udf_id_t id;
+      ASSERT_EQ( BCM_E_NONE, bcm_udf_chunk_create( 0, nullptr, &chunk, &id ) );
+      ids.push_back( id );
+   }
+   bcm_field_group_config_t config =
+      groupConfig( box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyIpProtocol } ), 1 );
+   for ( bcm_udf_id_t id : ids ) {
+      ASSERT_EQ( BCM_E_NONE, bcm_field_qset_udf_add( 0, &config.qset, id ) );
+   }
+   EXPECT_EQ( 2u, box.unit( 0 ).state().udf.keyBytes( config.qset ) ); // one chunk
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
+   const uint8_t data[] = { 0xbe, 0xef };
+   const uint8_t mask[] = { 0xff, 0xff };
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_udf( 0, 10, ids[ 0 ], 2, data, mask ) );
+   installMatching( 10 );
+   int port = portIn( box.unit( 0 ).profile(), 0 );
+   EXPECT_TRUE( box.send( 0, udpWith( port, { 0xbe, 0xef } ) ).dropped );
+   Packet tcp = Packet::ipv4( port, 1, 2, 6, 1, 2 );
+   tcp.payload = { 0xbe, 0xef };
+   EXPECT_TRUE( box.send( 0, tcp ).dropped );
+   tcp.payload = { 0xbe, 0xee };
+   EXPECT_FALSE( box.send( 0, tcp ).dropped );
+   Packet sctp = Packet::ipv4( port, 1, 2, 132, 0, 0 ); // no chunk on its format
+   sctp.payload = { 0xbe, 0xef };
+   EXPECT_FALSE( box.send( 0, sctp ).dropped );
+}
+
+TEST( DataQualifiers, TheOuterL3BaseOfANonIpPacketFollowsItsL2Header ) {
+   Box box( { "single" }, committed() );
+   Shim::DataQualifier qual;
+   qual.offset_base = bcmFieldDataOffsetBaseOuterL3Header;
+   qual.length_is( 2 );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_create( 0, &qual ) );
+   Shim::DataEthertype etype;
+   etype.ethertype = 0x88b5;
+   ASSERT_EQ( BCM_E_NONE, bcm_field_data_qualifier_ethertype_add( 0, qual.qual_id, &etype ) );
+   bcm_field_group_config_t config =
+      groupConfig( box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyEtherType } ), 1 );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qset_data_qualifier_add( 0, &config.qset, qual.qual_id ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
+   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
+   const uint8_t data[] = { 0xca, 0xfe };
+   const uint8_t mask[] = { 0xff, 0xff };
+   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_data( 0, 10, qual.qual_id, data, mask, 2 ) );
+   installMatching( 10 );
+   Packet raw = Packet::ethernet( portIn( box.unit( 0 ).profile(), 0 ), 0x88b5 );
+   raw.payload = { 0xca, 0xfe };
+   EXPECT_TRUE( box.send( 0, raw ).dropped );
+   raw.vlan = 10; // the tag moves the L3 start, and the bytes with it
+   EXPECT_TRUE( box.send( 0, raw ).dropped );
+   raw.payload = { 0xca, 0xff };
+   EXPECT_FALSE( box.send( 0, raw ).dropped );
+}

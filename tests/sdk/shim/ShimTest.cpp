@@ -68,6 +68,11 @@ TEST( ShimChipQueries, EachProfileAnswersItsOwnCapabilities ) {
    EXPECT_EQ( 32u, shim.udfMaxLength( 0 ) );
    EXPECT_TRUE( shim.entryManagerFamilyCheckTrident3( 1 ) );
    EXPECT_FALSE( shim.entryManagerFamilyCheckTh3( 2 ) );
+   // Only the Classic chip shows untagged packets with outer VLAN 0.
+   EXPECT_EQ( ( std::vector< bool >{ true, false, false, false, false } ),
+              ( std::vector< bool >{ shim.untaggedOuterVlanZero( 0 ), shim.untaggedOuterVlanZero( 1 ),
+                                     shim.untaggedOuterVlanZero( 2 ), shim.untaggedOuterVlanZero( 3 ),
+                                     shim.untaggedOuterVlanZero( 4 ) } ) );
 }
 
 TEST( ShimNames, TablesFollowTheSdkNumbering ) {
@@ -128,8 +133,9 @@ TEST( ShimCapacity, StagesAboveEgressAreCountedWithAZeroRecord ) {
    Box box( { "th3" } );
    oberon_tcam_capacity_info info;
    ASSERT_EQ( BCM_E_NONE, oberon_bcm_tcam_capacity_info_get( 0, &info ) );
-   ASSERT_EQ( 4, info.num_stages );                   // IFP, VFP, EFP, then the class stage
-   EXPECT_EQ( 12 * 8, info.stages[ 0 ].tcam_slices ); // all pipes' slices
+   ASSERT_EQ( 4, info.num_stages ); // IFP, VFP, EFP, then the class stage
+   int perPipe = static_cast< int >( box.unit( 0 ).profile().stages[ 0 ].slicesPerPipe );
+   EXPECT_EQ( perPipe * 8, info.stages[ 0 ].tcam_slices ); // all pipes' slices
    const oberon_tcam_stage_info & zero = info.stages[ 3 ];
    EXPECT_EQ( 0, zero.stage_id );
    EXPECT_EQ( 0, zero.tcam_sz );
@@ -194,9 +200,10 @@ TEST( ShimFieldControl, GroupsWithTheirSliceChainsUnderTheLock ) {
       }
    }
    // Pipe 2's slices are numbered after those of pipes 0 and 1.
-   EXPECT_EQ( ( std::vector< int >{ 24, 25, 26, 27 } ), slices );
-   EXPECT_EQ( 0, control->stages->slices[ 24 ].free_count );
-   EXPECT_EQ( 767, control->stages->slices[ 26 ].free_count );
+   int first = 2 * static_cast< int >( profile.stages[ 0 ].slicesPerPipe );
+   EXPECT_EQ( ( std::vector< int >{ first, first + 1, first + 2, first + 3 } ), slices );
+   EXPECT_EQ( 0, control->stages->slices[ first ].free_count );
+   EXPECT_EQ( 767, control->stages->slices[ first + 2 ].free_count );
    EXPECT_EQ( nullptr, g->next );
    ASSERT_EQ( BCM_E_NONE, FP_UNLOCK( 0 ) );
    EXPECT_EQ( BCM_E_PARAM, FP_UNLOCK( 0 ) ); // not held

@@ -1,0 +1,174 @@
+// The command line's costs against a running agent (the test agent of
+// tests/integration/agent, forked into a process of its own):
+//
+//   BM_EntryTable400RoundTrip  a request for a 400-row table (the entry
+//                              names of a reservation with 400 entries):
+//                              the agent's group manager dumps it, answers,
+//                              and the client copies the table
+//   BM_GroupTableRoundTrip     the same for the groups of a stage and pipe
+//   BM_TesselShowRun           a whole `tessel-show tcam groups` process
+//
+// Each reports the median and the 99th percentile of single runs besides
+// the mean.
+//
+//   build/default/bench/ShowBench
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <chrono>
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+#include "export/TesselTcamVaultTables.h"
+#include "platform/vault/VaultMailbox.h"
+#include "platform/vault/VaultTable.h"
+#include "tests/integration/agent/TestAgent.h"
+
+extern char ** environ;
+
+namespace {
+
+using namespace Tessel;
+
+constexpr U32 entries = 400;
+
+std::string
+benchPrefix() {
+   return "showbench" + std::to_string( getpid() );
+}
+
+// The agent in a child process; returns its pid once it serves.
+pid_t
+startAgent( const std::string & prefix ) {
+   int ready[ 2 ];
+   if ( pipe( ready ) != 0 ) {
+      return -1;
+   }
+   pid_t agent = fork();
+   if ( agent == 0 ) {
+      close( ready[ 0 ] );
+      Kiln::ActivityLockGuard activity;
+      TestAgent::Settings settings;
+      settings.prefix = prefix;
+      settings.profiles = { "single" };
+      settings.entries = entries;
+      TestAgent::Agent running( settings );
+      ( void ) !write( ready[ 1 ], "!", 1 );
+      signal( SIGTERM, []( int ) { _exit( 0 ); } );
+      running.loop().run();
+      _exit( 0 );
+   }
+   close( ready[ 1 ] );
+   char c;
+   ( void ) !read( ready[ 0 ], &c, 1 );
+   close( ready[ 0 ] );
+   return agent;
+}
+
+void
+stopAgent( pid_t agent, const std::string & prefix ) {
+   kill( agent, SIGTERM );
+   waitpid( agent, nullptr, 0 );
+   // The agent left through _exit: its segments are a dead agent's now.
+   Vault::Store cleanup( prefix );
+}
+
+void
+percentiles( benchmark::State & state, std::vector< double > & micros ) {
+   if ( micros.empty() ) {
+      return;
+   }
+   std::sort( micros.begin(), micros.end() );
+   state.counters[ "median_us" ] = micros[ micros.size() / 2 ];
+   state.counters[ "p99_us" ] = micros[ micros.size() * 99 / 100 ];
+   state.counters[ "max_us" ] = micros.back();
+}
+
+void
+roundTrip( benchmark::State & state, TcamGroupManagerVaultTypes kind, U32 expectedRows ) {
+   const std::string prefix = benchPrefix();
+   pid_t agent = startAgent( prefix );
+   Vault::MailboxClient client( prefix );
+   std::string path = unitTablePathOf( perStageText( perStageTable( kind )->path, 0, 0 ), 0 );
+   Vault::TableReader reader( prefix, path );
+   Vault::Snapshot snapshot;
+   Vault::Answer answer;
+   std::vector< double > micros;
+   for ( auto _ : state ) {
+      auto start = std::chrono::steady_clock::now();
+      Vault::Status status = client.call( { 0, kind, 0, 0, "" }, answer );
+      if ( status.ok() ) {
+         status = reader.snapshot( snapshot );
+      }
+      auto took = std::chrono::steady_clock::now() - start;
+      if ( !status.ok() || answer.result != 0 || snapshot.size() != expectedRows ) {
+         state.SkipWithError( status.ok() ? "the table does not hold the rows expected"
+                                          : status.text().c_str() );
+         break;
+      }
+      micros.push_back( std::chrono::duration< double, std::micro >( took ).count() );
+   }
+   stopAgent( agent, prefix );
+   percentiles( state, micros );
+}
+
+void
+BM_EntryTable400RoundTrip( benchmark::State & state ) {
+   roundTrip( state, vaultTypeEntryNames, entries );
+}
+
+void
+BM_GroupTableRoundTrip( benchmark::State & state ) {
+   roundTrip( state, vaultTypeGroups, U32( TestAgent::agentGroups().size() - 2 ) );
+}
+
+int
+runShow( const std::string & prefix ) {
+   std::vector< std::string > args = { TESSEL_SHOW_BINARY, "--prefix", prefix, "tcam", "groups" };
+   std::vector< char * > argv;
+   for ( std::string & arg : args ) {
+      argv.push_back( arg.data() );
+   }
+   argv.push_back( nullptr );
+   posix_spawn_file_actions_t actions;
+   posix_spawn_file_actions_init( &actions );
+   posix_spawn_file_actions_addopen( &actions, 1, "/dev/null", O_WRONLY, 0 );
+   pid_t pid = -1;
+   int rc = posix_spawn( &pid, argv[ 0 ], &actions, nullptr, argv.data(), environ );
+   posix_spawn_file_actions_destroy( &actions );
+   int status = 0;
+   if ( rc != 0 || waitpid( pid, &status, 0 ) != pid ) {
+      return -1;
+   }
+   return WIFEXITED( status ) ? WEXITSTATUS( status ) : -1;
+}
+
+void
+BM_TesselShowRun( benchmark::State & state ) {
+   const std::string prefix = benchPrefix();
+   pid_t agent = startAgent( prefix );
+   std::vector< double > micros;
+   for ( auto _ : state ) {
+      auto start = std::chrono::steady_clock::now();
+      int exitCode = runShow( prefix );
+      auto took = std::chrono::steady_clock::now() - start;
+      if ( exitCode != 0 ) {
+         state.SkipWithError( "tessel-show failed" );
+         break;
+      }
+      micros.push_back( std::chrono::duration< double, std::micro >( took ).count() );
+   }
+   stopAgent( agent, prefix );
+   percentiles( state, micros );
+}
+
+BENCHMARK( BM_EntryTable400RoundTrip )->Iterations( 5000 )->Unit( benchmark::kMicrosecond );
+BENCHMARK( BM_GroupTableRoundTrip )->Iterations( 5000 )->Unit( benchmark::kMicrosecond );
+BENCHMARK( BM_TesselShowRun )->Iterations( 300 )->Unit( benchmark::kMillisecond );
+
+} // namespace
+
+BENCHMARK_MAIN();
