@@ -1,5 +1,6 @@
 #include "sdk/model/Box.h"
 
+#include <cstdlib>
 #include <sstream>
 #include <stdexcept>
 
@@ -102,6 +103,7 @@ Box::build( const std::vector< Profile > & profiles, Options options ) {
                                                   *profiles_.back(), options.staged ) );
    }
    activityCheck_ = options.activityCheck;
+   classifier_ = options.classifier;
    previousShim_ = Shim::sdk_;
    Shim::sdk_ = &shim_;
    currentBox = this;
@@ -212,6 +214,31 @@ Box::counts() const {
    return all;
 }
 
+Classifier
+Box::defaultClassifier() {
+   const char * named = std::getenv( "TESSEL_MODEL_CLASSIFIER" );
+   if ( !named || std::string( named ) == "fast" ) {
+      return Classifier::fast;
+   }
+   if ( std::string( named ) == "reference" ) {
+      return Classifier::reference;
+   }
+   throw std::invalid_argument( "unknown classifier '" + std::string( named ) +
+                                "' in TESSEL_MODEL_CLASSIFIER (known: fast, reference)" );
+}
+
+void
+Box::classifierIs( Classifier classifier ) {
+   std::lock_guard< std::recursive_mutex > guard( mutex_ );
+   classifier_ = classifier;
+}
+
+Classifier
+Box::classifier() const {
+   std::lock_guard< std::recursive_mutex > guard( mutex_ );
+   return classifier_;
+}
+
 LookupResult
 Box::send( U32 n, const Packet & packet ) {
    std::lock_guard< std::recursive_mutex > guard( mutex_ );
@@ -220,7 +247,7 @@ Box::send( U32 n, const Packet & packet ) {
       LookupResult nothing;
       return nothing;
    }
-   return classify( *active, packet );
+   return classify( *active, packet, classifier_ );
 }
 
 void

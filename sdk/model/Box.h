@@ -57,7 +57,16 @@ class Box {
       // (oberon_tcam_flash_program). False: units start committed.
       bool staged = true;
       ActivityCheck activityCheck = ActivityCheck::off;
+      // How packets find a group's entry: its compiled table, or the plain
+      // loop that is the reference (both give the same results).
+      Classifier classifier = defaultClassifier();
    };
+
+   // Classifier::fast, or what the environment variable
+   // TESSEL_MODEL_CLASSIFIER names ("fast" or "reference"), so that a whole
+   // test program can run on the reference; any other value throws
+   // std::invalid_argument naming it and the known ones.
+   static Classifier defaultClassifier();
 
    // Units by profile name ("single", "trident3", "thx", "th3"); throws
    // std::invalid_argument naming the unknown profile and the known ones.
@@ -106,6 +115,8 @@ class Box {
    ObjectCounts counts() const; // all units
 
    // --- packets ---
+   void classifierIs( Classifier classifier );
+   Classifier classifier() const;
    // Looks the packet up in the unit: VFP, IFP (and the class stage), then
    // EFP, in the pipe of its ingress port; counters and meters of hit
    // entries move. A packet on a port the unit does not have hits nothing.
@@ -133,6 +144,7 @@ class Box {
    CallLog log_;
    FaultPlan faults_;
    ActivityCheck activityCheck_ = ActivityCheck::off;
+   Classifier classifier_ = Classifier::fast;
    U32 activityViolations_ = 0;
 };
 

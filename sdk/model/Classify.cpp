@@ -49,17 +49,9 @@ decided( const std::vector< ResolvedAction > & resolved, bcm_field_action_t acti
 bool
 rangesMatch( const EntryImage & image, const LookupContext & context,
              const UnitState & state ) {
-   const Packet & p = context.packet;
-   for ( const RangeCheck & check : image.ranges ) {
-      std::optional< U32 > pipe = state.ranges.pipeOf( check.range );
-      bool hit = ( !pipe || *pipe == context.pipe ) &&
-                 state.ranges.hits( check.range, p.hasL4Ports() ? p.l4SrcPort : 0,
-                                    p.hasL4Ports() ? p.l4DstPort : 0, context.length );
-      if ( hit == check.invert ) {
-         return false;
-      }
-   }
-   return true;
+   return std::all_of( image.ranges.begin(), image.ranges.end(), [ & ]( RangeCheck check ) {
+      return rangeHit( state.ranges, check.range, context ) != check.invert;
+   } );
 }
 
 bool
@@ -107,7 +99,8 @@ groupSees( const Group & group, const LookupContext & context,
    } );
 }
 
-// The first installed, enabled, matching entry of the group in lookup order.
+// The first installed, enabled, matching entry of the group in lookup order:
+// the plain loop.
 const Entry *
 firstMatch( const Group & group, const LookupContext & context, const UnitState & state ) {
    const Entry * found = nullptr;
@@ -119,6 +112,18 @@ firstMatch( const Group & group, const LookupContext & context, const UnitState 
       return found != nullptr;
    } );
    return found;
+}
+
+const Entry *
+firstMatch( const Group & group, const LookupContext & context, const UnitState & state,
+            Classifier classifier ) {
+   if ( classifier == Classifier::fast ) {
+      if ( std::optional< const Entry * > found =
+              group.table.firstMatch( group, context, state ) ) {
+         return *found;
+      }
+   }
+   return firstMatch( group, context, state );
 }
 
 void
@@ -134,24 +139,29 @@ resolve( StageResult & result, const Entry & entry ) {
 
 StageResult
 runStage( UnitState & state, LookupContext & context, const StageProfile & stage,
-          std::vector< const Entry * > & hitEntries ) {
+          Classifier classifier, std::vector< const Entry * > & hitEntries ) {
    StageResult result;
    result.stage = stage.stage;
    result.pipe = stage.pipeLocal ? static_cast< int >( context.pipe ) : -1;
    context.newStage( stage.stage );
    U32 instance = stage.pipeLocal ? context.pipe : 0;
+   std::vector< std::pair< const Group *, const Entry * > > classHits;
    for ( const Group * group : state.field.groupsInOrder( stage.stage, instance ) ) {
       if ( !groupSees( *group, context, state.field ) ) {
          continue;
       }
-      if ( const Entry * e = firstMatch( *group, context, state ) ) {
+      if ( const Entry * e = firstMatch( *group, context, state, classifier ) ) {
          result.hits.push_back( Hit{ group->id, e->id } );
          hitEntries.push_back( e );
          resolve( result, *e );
          if ( stage.stage == bcmFieldStageClass ) {
-            noteCompressedClass( *group, *e, context );
+            classHits.emplace_back( group, e );
          }
       }
+   }
+   // Compressed class ids feed the later stages only.
+   for ( const auto & [ group, e ] : classHits ) {
+      noteCompressedClass( *group, *e, context );
    }
    return result;
 }
@@ -237,7 +247,7 @@ LookupResult::action( bcm_field_stage_t which, bcm_field_action_t action ) const
 }
 
 LookupResult
-classify( UnitState & state, const Packet & packet ) {
+classify( UnitState & state, const Packet & packet, Classifier classifier ) {
    LookupResult result;
    const Profile & profile = state.field.profile();
    std::optional< U32 > pipe = pipeOfPort( profile, packet.inPort );
@@ -253,7 +263,8 @@ classify( UnitState & state, const Packet & packet ) {
       if ( !stageProfile ) {
          continue;
       }
-      result.stages.push_back( runStage( state, context, *stageProfile, hitEntries ) );
+      result.stages.push_back(
+         runStage( state, context, *stageProfile, classifier, hitEntries ) );
       if ( stage == bcmFieldStageIngress ) {
          meter( state, result.stages.back(), context );
       }

@@ -1,4 +1,4 @@
-// Packet classification: the plain loop that is the model's reference.
+// Packet classification.
 //
 // Stages run in the pipe of the packet's ingress port: VFP, the class-id
 // compression stage (where the chip has one), IFP, then EFP. In a stage every
@@ -8,10 +8,16 @@
 // priority order (higher first, then creation order); the first group to
 // give an action decides it, and an action and its cancel (Drop and
 // DropCancel, CopyToCpu and CopyToCpuCancel, L3Switch and L3SwitchCancel) or
-// two redirects decide each other. Later stages see what earlier ones set:
-// class ids and VRF from VFP, compressed class ids from the class stage, the
-// egress port, drop and colour from IFP. The counters of every hit entry
-// count the packet, and policers of IFP hits colour it.
+// two redirects decide each other. The groups of a stage all look up the
+// same key: what a stage sets is seen from the next stage on, so class ids
+// and VRF from VFP, compressed class ids from the class stage, the egress
+// port, drop and colour from IFP. The counters of every hit entry count the
+// packet, and policers of IFP hits colour it.
+//
+// Finding a group's first matching entry has two implementations: the plain
+// loop over the group's rows, which is the reference, and the group's
+// compiled table (ClassifyTable.h), which is the default. Everything else is
+// shared, and the two must give the same results.
 #pragma once
 
 #include <optional>
@@ -66,8 +72,15 @@ struct LookupResult {
                                   bcm_field_action_t action ) const;
 };
 
+// How a group's first matching entry is found.
+enum class Classifier {
+   fast,      // the group's compiled table
+   reference, // the plain loop over its rows
+};
+
 // Looks the packet up in a unit's state. A packet entering on a port the
 // profile does not have gives an empty result.
-LookupResult classify( UnitState & state, const Packet & packet );
+LookupResult classify( UnitState & state, const Packet & packet,
+                       Classifier classifier = Classifier::fast );
 
 } // namespace ChipModel

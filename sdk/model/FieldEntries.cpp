@@ -99,7 +99,9 @@ FieldProcessor::entryDestroy( bcm_field_entry_t id ) {
    if ( e->statId ) {
       --stats_.at( e->statId ).attached;
    }
-   groups_.at( e->group ).rows.erase( static_cast< U32 >( id ) );
+   Group & group = groups_.at( e->group );
+   group.table.removed( id );
+   group.rows.erase( static_cast< U32 >( id ) );
    entries_.erase( id );
    return BCM_E_NONE;
 }
@@ -111,6 +113,7 @@ FieldProcessor::entryInstall( bcm_field_entry_t id ) {
       return BCM_E_NOT_FOUND;
    }
    e->hardware = e->soft;
+   groups_.at( e->group ).table.changed();
    return BCM_E_NONE;
 }
 
@@ -124,6 +127,7 @@ FieldProcessor::entryReinstall( bcm_field_entry_t id ) {
       return BCM_E_PARAM;
    }
    e->hardware = e->soft;
+   groups_.at( e->group ).table.changed();
    return BCM_E_NONE;
 }
 
@@ -137,6 +141,7 @@ FieldProcessor::entryRemove( bcm_field_entry_t id ) {
       return BCM_E_PARAM;
    }
    e->hardware.reset();
+   groups_.at( e->group ).table.removed( id );
    return BCM_E_NONE;
 }
 
@@ -147,6 +152,7 @@ FieldProcessor::entryEnable( bcm_field_entry_t id, bool enable ) {
       return BCM_E_NOT_FOUND;
    }
    e->enabled = enable;
+   groups_.at( e->group ).table.enabledIs( id, enable );
    return BCM_E_NONE;
 }
 
@@ -163,6 +169,9 @@ FieldProcessor::entryPrioSet( bcm_field_entry_t id, int priority ) {
    MoveCounter mover( group );
    group.rows.reprioritise( static_cast< U32 >( id ), priority, mover );
    e->priority = priority;
+   if ( e->installed() ) {
+      group.table.changed();
+   }
    return BCM_E_NONE;
 }
 

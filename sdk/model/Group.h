@@ -8,6 +8,7 @@
 
 #include "platform/kiln/Types.h"
 #include "sdk/api/field.h"
+#include "sdk/model/ClassifyTable.h"
 #include "sdk/model/PriorityArray.h"
 
 namespace ChipModel {
@@ -31,6 +32,9 @@ struct Group {
    std::set< int > stats;
    U64 created = 0; // creation order
    U64 moves = 0;   // physical entry moves so far
+   // The installed entries compiled for lookup; a cache that lookups may
+   // rebuild, so it changes under a const group.
+   mutable ClassifyTable table;
 
    // The run of the chain that holds a row.
    U32 sliceOfRow( U32 row ) const { return chain.at( row / rowsPerSlice ); }

@@ -37,7 +37,6 @@ ipTypeOf( const Packet & p ) {
                                   : bcmFieldIpTypeNonIp;
 }
 
-// An enumeration qualifier set to its Any value matches every packet.
 bool
 anyValue( int qualifier, const std::vector< U8 > & data ) {
    switch ( qualifier ) {
@@ -170,23 +169,11 @@ packetField( int q, const LookupContext & c ) {
 // outside the mask: ( mask & ~data ) must not hold the port.
 bool
 portInSet( const FieldValue & rule, int port ) {
-   if ( port < 0 || port >= BCM_PBMP_PORT_MAX ) {
+   std::optional< std::pair< size_t, U8 > > at = portBitOf( port );
+   if ( !at ) {
       return false;
    }
-   size_t byte = static_cast< size_t >( ( port / 32 ) * 4 + 3 - ( port % 32 ) / 8 );
-   U8 bit = static_cast< U8 >( 1u << ( port % 8 ) );
-   return !( rule.mask[ byte ] & ~rule.data[ byte ] & bit );
-}
-
-bool
-isPortSet( int q ) {
-   return q == bcmFieldQualifyInPorts || q == bcmFieldQualifyDevicePortBitmap ||
-          q == bcmFieldQualifyMixedSrcClassId;
-}
-
-bool
-isIp6High( int q ) {
-   return q == bcmFieldQualifySrcIp6High || q == bcmFieldQualifyDstIp6High;
+   return !( rule.mask[ at->first ] & ~rule.data[ at->first ] & at->second );
 }
 
 // The *Class qualifier a compression group's compressed field feeds.
@@ -211,6 +198,41 @@ compressedClassOf( const Group & group ) {
 }
 
 } // namespace
+
+bool
+matchesEveryPacket( int qualifier, const FieldValue & rule ) {
+   return anyValue( qualifier, rule.data );
+}
+
+bool
+isPortSet( int q ) {
+   return q == bcmFieldQualifyInPorts || q == bcmFieldQualifyDevicePortBitmap ||
+          q == bcmFieldQualifyMixedSrcClassId;
+}
+
+// Bitmap words are stored most significant byte first.
+std::optional< std::pair< size_t, U8 > >
+portBitOf( int port ) {
+   if ( port < 0 || port >= BCM_PBMP_PORT_MAX ) {
+      return std::nullopt;
+   }
+   size_t byte = static_cast< size_t >( ( port / 32 ) * 4 + 3 - ( port % 32 ) / 8 );
+   return std::make_pair( byte, static_cast< U8 >( 1u << ( port % 8 ) ) );
+}
+
+bool
+isIp6High( int q ) {
+   return q == bcmFieldQualifySrcIp6High || q == bcmFieldQualifyDstIp6High;
+}
+
+bool
+rangeHit( const RangeTable & ranges, bcm_field_range_t range, const LookupContext & context ) {
+   const Packet & p = context.packet;
+   std::optional< U32 > pipe = ranges.pipeOf( range );
+   return ( !pipe || *pipe == context.pipe ) &&
+          ranges.hits( range, p.hasL4Ports() ? p.l4SrcPort : 0,
+                       p.hasL4Ports() ? p.l4DstPort : 0, context.length );
+}
 
 LookupContext::LookupContext( const Packet & p, U32 pipeOfPacket )
     : packet( p ), frame( p.bytes() ), pipe( pipeOfPacket ), length( p.wireLength() ) {
@@ -246,7 +268,7 @@ LookupContext::newStage( bcm_field_stage_t next ) {
 
 bool
 qualifierMatches( int qualifier, const FieldValue & rule, const LookupContext & context ) {
-   if ( anyValue( qualifier, rule.data ) ) {
+   if ( matchesEveryPacket( qualifier, rule ) ) {
       return true;
    }
    if ( isPortSet( qualifier ) ) {

@@ -2,8 +2,10 @@
 // resolved actions change for the stages after it.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "sdk/api/field.h"
@@ -11,6 +13,7 @@
 #include "sdk/model/Group.h"
 #include "sdk/model/Packet.h"
 #include "sdk/model/Qualifiers.h"
+#include "sdk/model/Ranges.h"
 #include "sdk/model/Udf.h"
 
 namespace ChipModel {
@@ -50,6 +53,21 @@ struct LookupContext {
 // Whether the packet's value of the qualifier matches the rule.
 bool qualifierMatches( int qualifier, const FieldValue & rule,
                        const LookupContext & context );
+
+// The parts of qualifierMatches that the compiled lookup (ClassifyKey.h)
+// shares, so that both read a rule the same way:
+// an enumeration rule set to its Any value, which matches every packet;
+bool matchesEveryPacket( int qualifier, const FieldValue & rule );
+// the qualifiers whose first 28 bytes are a port bitmap (InPorts,
+// DevicePortBitmap, MixedSrcClassId), and the byte and bit of a port in it
+// (nullopt for a port outside every bitmap);
+bool isPortSet( int qualifier );
+std::optional< std::pair< size_t, U8 > > portBitOf( int port );
+// the qualifiers that compare only the upper 8 of their 16 bytes;
+bool isIp6High( int qualifier );
+// whether the packet hits a range checker (one of another pipe never hits).
+bool rangeHit( const RangeTable & ranges, bcm_field_range_t range,
+               const LookupContext & context );
 // Records the class id a compression group's hit assigns.
 void noteCompressedClass( const Group & group, const Entry & entry,
                           LookupContext & context );
