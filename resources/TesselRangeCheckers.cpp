@@ -135,7 +135,8 @@ freeRangeCheck( U32 unit, TesselTcamGroupManager * tcamGroupManager, U8 numPipes
       // Looked up again for each pipe: the calls release the activity lock.
       KILN_ASSERT( tcamGroupManager->unitRangeInfoHas( key ) );
       KILN_ASSERT( tcamGroupManager->unitRangeInfo( key )->pipeRangeIdHas( pipeId ) );
-      bcm_range_t id = bcm_range_t( tcamGroupManager->unitRangeInfo( key )->pipeRangeId( pipeId ) );
+      bcm_range_t id =
+         bcm_range_t( tcamGroupManager->unitRangeInfo( key )->pipeRangeId( pipeId ) );
       SDK_CALL_CHECKED( bcm_range_destroy( unit, id ) );
    }
    tcamGroupManager->unitRangeInfoDel( key );

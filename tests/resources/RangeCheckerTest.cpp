@@ -43,7 +43,8 @@ class RangeCheckerTest : public testing::TestWithParam< ProfileFacts > {
       ASSERT_EQ( rangesPerChecker(), info->pipeRangeIdCollection().size() );
       EXPECT_EQ( id, info->pipeRangeId( 0 ) );
       for ( U32 pipe = 0; pipe < rangesPerChecker(); ++pipe ) {
-         const ChipModel::ModuleRange * r = ranges( unit ).moduleRange( int( info->pipeRangeId( pipe ) ) );
+         const ChipModel::ModuleRange * r =
+            ranges( unit ).moduleRange( int( info->pipeRangeId( pipe ) ) );
          ASSERT_TRUE( r ) << "pipe " << pipe;
          EXPECT_EQ( pipe, r->pipe );
          EXPECT_EQ( bcmRangeTypeL4DstPort, r->type );
@@ -193,15 +194,16 @@ TEST_P( RangeCheckerTest, InstalledEntriesMatchInsideTheirRangeInEveryPipe ) {
       ASSERT_EQ( 0, acl->attachRangeChecker( 0, entry, id ) );
       ASSERT_EQ( 0, acl->installEntry( 0, entry ) );
    }
+   auto hits = [ & ]( U32 c, U32 pipe, U32 value ) {
+      return !EntryBox::copiesHit( m.send( packet( c, pipe, value ) ), 100 + c ).empty();
+   };
    for ( U32 c = 0; c < cases.size(); ++c ) {
       for ( U32 pipe = 0; pipe < m.modelPipes(); ++pipe ) {
          for ( U32 value : cases[ c ].inside ) {
-            EXPECT_FALSE( EntryBox::copiesHit( m.send( packet( c, pipe, value ) ), 100 + c ).empty() )
-               << "case " << c << " pipe " << pipe << " value " << value;
+            EXPECT_TRUE( hits( c, pipe, value ) ) << c << " pipe " << pipe << " value " << value;
          }
          for ( U32 value : cases[ c ].outside ) {
-            EXPECT_TRUE( EntryBox::copiesHit( m.send( packet( c, pipe, value ) ), 100 + c ).empty() )
-               << "case " << c << " pipe " << pipe << " value " << value;
+            EXPECT_FALSE( hits( c, pipe, value ) ) << c << " pipe " << pipe << " value " << value;
          }
       }
       EXPECT_EQ( cases[ c ].inside.size() * m.modelPipes(), acl->hitsForEntry( 0, 100 + c ) );
