@@ -56,6 +56,7 @@
 #include "platform/kiln/Attribute.h"
 #include "platform/kiln/Collection.h"
 #include "platform/kiln/Entity.h"
+#include "resources/TesselRangeCheckerTypes.h"
 #include "resources/TesselUdfTypes.h"
 #include "sdk/api/types.h"
 
@@ -120,6 +121,26 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    // Bytes of UDF one key of this group may hold: maxUdfLength(), capped by
    // the chip's per-group limit where its chip information has one.
    U32 groupUdfWidthLimit( U32 unit ) const;
+
+   // === Range checkers (resources/TesselRangeCheckers.cpp) ===
+   // The group manager's shared checkers, asked for with this manager's
+   // group (which decides the pipes a checker spans). Typical use:
+   //
+   //   U32 id = manager->getRangeChecker( unit, desc );   // 0: none left
+   //   manager->attachRangeChecker( unit, entry, id );    // before installEntry
+   //   ...
+   //   manager->releaseEntry( unit, entry );
+   //   manager->releaseRangeChecker( unit, desc );        // after the entry
+   U32 getRangeChecker( U32 unit, const RangeCheckerDesc & desc );
+   void releaseRangeChecker( U32 unit, const RangeCheckerDesc & desc );
+   // The SDK's code; see TesselTcamGroupManager::attachRangeChecker.
+   int attachRangeChecker( U32 unit, U32 entryId, U32 rangeCheckId );
+
+   // === Policers (resources/TesselPolicers.cpp) ===
+   // Attaches the policer's copy of each pipe to the entry's copies in that
+   // pipe (every copy), or detaches whatever policer they have (policerId
+   // is then only traced). Every SDK failure is fatal.
+   void attachPolicer( U32 unit, U32 entryId, U32 policerId, bool attach ) const;
 
    // --- constructor parameters ---
    TcamGroupAssignment groupAssignment() const { return groupAssignment_; }

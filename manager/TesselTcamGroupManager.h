@@ -514,6 +514,38 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    // gives the base id itself.
    U32 getPipePolicerId( U32 unit, U32 pipe, U32 basePolicerId ) const;
 
+   // === Range checkers (resources/TesselRangeCheckers.cpp) ===
+   //
+   // A checker matches an L4 source port, L4 destination port or packet
+   // length against [low, high]. Every entry of a unit that asks for the
+   // same descriptor uses one checker, counted per user: the first user
+   // creates it, the last release destroys it at once. On range-module
+   // chips a checker is one hardware range in each pipe the group spans
+   // (getNumPipe( unit, groupId )), all known by the pipe-0 range's id;
+   // installEntry qualifies each pipe's copies on that pipe's range. Elsewhere
+   // it is one checker of the unit (the older field-range API). Running out
+   // is not fatal: the unit's rangeCheckersExhausted flag is set until a
+   // release frees a checker there. Other SDK failures and broken
+   // bookkeeping abort. Each SDK call releases the activity lock; callers
+   // must not interleave two requests for one descriptor on one unit.
+
+   // The checker id for the descriptor on the unit, made on first use; 0
+   // when the chip has none left (the flag is set; nothing is made).
+   // "Unsupported range type" aborts for flags without a type on a
+   // range-module chip.
+   U32 getRangeChecker( U32 unit, U32 groupId, const RangeCheckerDesc & desc );
+   // Gives one use back; the last one destroys the hardware, so no entry
+   // may still qualify on it. Aborts on "data" for an unknown descriptor and
+   // on "data->unitRefCount( unit ) > 0" for a unit without users.
+   void releaseRangeChecker( U32 unit, U32 groupId, const RangeCheckerDesc & desc );
+   // Qualifies the base entry on the checker and records the pair for
+   // installEntry. The SDK's code: BCM_E_RESOURCE is returned with nothing
+   // recorded, other failures abort; attaching a checker twice aborts.
+   int attachRangeChecker( U32 unit, U32 baseEntryId, U32 baseRangeCheckId );
+   // The unit's module is gone: its checkers are destroyed (errors traced,
+   // the chip may be gone already) and their records dropped.
+   void forgetUnitRangeCheckers( U32 unit );
+
    // === Owned objects ===
 
    const Kiln::Ptr< Acl::ParamConfig > & aclParamConfig() const { return aclParamConfig_; }
@@ -1401,6 +1433,10 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       collectionDel( rangeChecker_, k, &NotifieeConst::onRangeChecker );
    }
    void rangeCheckerDelAll() { collectionDelAll( rangeChecker_, &NotifieeConst::onRangeChecker ); }
+   const Kiln::OrderedCollection< RangeCheckerDesc, Kiln::Ptr< RangeCheckerData > > &
+   rangeCheckerCollection() const {
+      return rangeChecker_;
+   }
    Kiln::Ptr< UnitRangeIdInfo >
    unitRangeInfo( const UnitRangeInfoKey & k ) const {
       return unitRangeInfo_.get( k );
@@ -1417,6 +1453,10 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    void
    unitRangeInfoDelAll() {
       collectionDelAll( unitRangeInfo_, &NotifieeConst::onUnitRangeInfo );
+   }
+   const Kiln::OrderedCollection< UnitRangeInfoKey, Kiln::Ptr< UnitRangeIdInfo > > &
+   unitRangeInfoCollection() const {
+      return unitRangeInfo_;
    }
    Kiln::Ptr< EntryToRangeCheckIds >
    entryRangeCheckId( U32 k ) const {

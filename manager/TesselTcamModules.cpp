@@ -108,8 +108,9 @@ TesselTcamGroupManager::registerReservations( U32 unit, const Agent::ChipInfo & 
 }
 
 // The unit's module is gone: entry managers drop the unit, its class-id
-// entries go, then its groups are destroyed with their UDFs (errors traced:
-// the chip may be gone already) and its records dropped.
+// entries go, then its groups are destroyed with their UDFs, then its range
+// checkers, which no entry checks any more (errors traced: the chip may be
+// gone already), and its records dropped.
 void
 TesselTcamGroupManager::forgetUnit( U32 unit ) {
    TRACE7( "forgetUnit unit " << unit );
@@ -131,6 +132,7 @@ TesselTcamGroupManager::forgetUnit( U32 unit ) {
       destroyGroupOnUnit( unit, groupId, true );
    }
    forgetUnitUdfs( unit );
+   forgetUnitRangeCheckers( unit );
    stageIngressDel( unit );
    ovidWarDel( unit );
    ovidWarSmDel( unit );

@@ -6,6 +6,7 @@
 
 #include "common/TesselSdkCall.h"
 #include "platform/fastlog/Trace.h"
+#include "sdk/api/field.h"
 #include "sdk/api/policer.h"
 #include "sdk/shim/SdkStructs.h"
 
@@ -85,6 +86,31 @@ TesselTcamGroupManager::removePolicer( U32 unit, U32 policerId ) const {
       policerId = getPipePolicerId( unit, pipe, basePolicerId );
       SDK_CALL_CHECKED( bcm_policer_destroy( unit, ( bcm_policer_t )policerId ) );
       TRACE5( "Unit: " << unit << " (policerId=0x" << std::hex << policerId << ")" );
+   }
+}
+
+// Each copy of the entry takes its own pipe's policer, as installation
+// gives each copy its own pipe's ranges.
+void
+TesselTcamEntryManager::attachPolicer( U32 unit, U32 baseEntryId, U32 basePolicerId,
+                                       bool attach ) const {
+   TRACE8( __PRETTY_FUNCTION__ );
+   KILN_ASSERT( groupManager() );
+   const TesselTcamGroupManager & manager = *groupManager();
+   U32 numPipes = manager.getNumPipe( unit, group() );
+   U32 copies = manager.getNumCopiesPerPipe( unit, group() );
+   for ( U32 pipe = 0; pipe < numPipes; ++pipe ) {
+      U32 policerId = manager.getPipePolicerId( unit, pipe, basePolicerId );
+      for ( U32 copy = 0; copy < copies; ++copy ) {
+         U32 entryId = getPipeEntryId( unit, pipe, baseEntryId, copy );
+         if ( attach ) {
+            SDK_CALL_CHECKED( bcm_field_entry_policer_attach( unit, entryId, 0, policerId ) );
+         } else {
+            SDK_CALL_CHECKED( bcm_field_entry_policer_detach( unit, entryId, 0 ) );
+         }
+         TRACE5( "Unit: " << unit << " (entry=0x" << std::hex << entryId << std::dec
+                          << " policerId=" << policerId << ")" );
+      }
    }
 }
 

@@ -8,9 +8,9 @@ namespace Tessel {
 std::string
 RangeCheckerDesc::valueText() const {
    return Kiln::ValueText( "Tessel::RangeCheckerDesc" )
-      .field( "low", low )
-      .field( "high", high )
-      .field( "rangeFlags", rangeFlags )
+      .field( "low", low_ )
+      .field( "high", high_ )
+      .field( "rangeFlags", rangeFlags_ )
       .str();
 }
 

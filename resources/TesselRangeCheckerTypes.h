@@ -29,15 +29,28 @@ namespace Tessel {
 
 typedef U32 RangeCheckId; // 0: no checker
 
-// A range of L4 ports or packet lengths as features ask for it.
-struct RangeCheckerDesc {
-   U32 low = 0;        // inclusive
-   U32 high = 0;       // inclusive
-   U32 rangeFlags = 0; // 0x1 source L4 port, 0x2 destination L4 port, 0x100 length
+// A range of L4 ports or packet lengths as features ask for it; checkers
+// are shared by equal descriptors.
+class RangeCheckerDesc {
+ public:
+   RangeCheckerDesc() = default;
+   RangeCheckerDesc( U32 low, U32 high, U32 rangeFlags )
+         : low_( low ), high_( high ), rangeFlags_( rangeFlags ) {}
+
+   U32 low() const { return low_; }   // inclusive
+   U32 high() const { return high_; } // inclusive
+   // The SDK's field-range flags: 0x1 source L4 port, 0x2 destination L4
+   // port, 0x100 packet length; other bits reach the older API unchanged.
+   U32 rangeFlags() const { return rangeFlags_; }
 
    auto operator<=>( const RangeCheckerDesc & ) const = default;
    // "Value('Tessel::RangeCheckerDesc', ** {'low': 10, 'high': 20, 'rangeFlags': 1})"
    TESSEL_EXPORT std::string valueText() const;
+
+ private:
+   U32 low_ = 0;
+   U32 high_ = 0;
+   U32 rangeFlags_ = 0;
 };
 
 // The checkers that serve one descriptor, per unit, and their users.

@@ -115,6 +115,65 @@ TEST_P( PolicerTest, APolicerMetersTheTrafficOfEveryPipe ) {
    }
 }
 
+// The entry manager gives each copy of an entry its own pipe's policer, so
+// every pipe meters its own traffic; detaching lets the policers go.
+TEST_P( PolicerTest, AnEntryTakesEachPipesPolicerAndGivesThemBack ) {
+   FastLog::TraceCapture trace( "TesselTcam", FastLog::TraceLevels::only( 5 ) );
+   auto acl = m.manager->entryManagerIs( test1TcamGroup_, "test", m.manager.get(),
+                                         IFP_GROUP_IP_ACL_, 100, 110, tcamAllocateOnDemand_ );
+   U32 base = m.manager->createPolicer( 0, dropRedConfig( 1000 ) );
+   ASSERT_EQ( 100u, acl->getEntry( 0, 100, "policed" ) );
+   acl->attachPolicer( 0, 100, base, true );
+   ASSERT_EQ( 0, acl->installEntry( 0, 100 ) );
+   U32 entryPipes = m.manager->getNumPipe( 0, IFP_GROUP_IP_ACL_ );
+   U32 copies = m.manager->getNumCopiesPerPipe( 0, IFP_GROUP_IP_ACL_ );
+   const ChipModel::FieldProcessor & field = m.box.unit( 0 ).state().field;
+   // The policer each copy should have for `base`, pipe-major; with 0, the
+   // one it has.
+   auto copyPolicers = [ & ]( U32 base ) {
+      std::vector< bcm_policer_t > policers;
+      for ( U32 pipe = 0; pipe < entryPipes; ++pipe ) {
+         for ( U32 copy = 0; copy < copies; ++copy ) {
+            U32 id = acl->getPipeEntryId( 0, pipe, 100, copy );
+            policers.push_back( base ? bcm_policer_t( m.manager->getPipePolicerId( 0, pipe, base ) )
+                                     : field.entry( bcm_field_entry_t( id ) )->policer );
+         }
+      }
+      return policers;
+   };
+   EXPECT_EQ( copyPolicers( base ), copyPolicers( 0 ) );
+   EXPECT_EQ( entryPipes * copies, textsWith( trace, "(entry=0x" ).size() );
+   EXPECT_EQ( "Unit: 0 (entry=0x64 policerId=" + std::to_string( base ) + ")",
+              textsWith( trace, "(entry=0x" ).front() );
+   auto passed = [ & ]( U32 pipe ) {
+      U32 count = 0;
+      for ( int i = 0; i < 20; ++i ) {
+         ChipModel::Packet p = udpWith( portOfPipe( m, pipe ), {} );
+         p.length = 100; // 800 bits: ten fit the 8000-bit burst
+         p.timeUs = 1000;
+         Kiln::UnlockAnchor anchor( Kiln::ActivityUnlockAnchor::lock() );
+         count += m.box.send( 0, p ).dropped ? 0 : 1;
+      }
+      return count;
+   };
+   for ( U32 pipe = 0; pipe < pipes(); ++pipe ) {
+      EXPECT_EQ( 10u, passed( pipe ) ) << "pipe " << pipe;
+   }
+   EXPECT_DEATH( acl->attachPolicer( 0, 100, base, true ),
+                 "TesselPolicers.cpp:[0-9]+ bcm_field_entry_policer_attach\\( unit, entryId, 0, "
+                 "policerId \\) API ERROR:Entry exists \\(-8\\)\n.*attachPolicer.*Assertion '0' "
+                 "failed" );
+
+   acl->attachPolicer( 0, 100, base, false );
+   EXPECT_EQ( std::vector< bcm_policer_t >( entryPipes * copies, 0 ), copyPolicers( 0 ) );
+   m.manager->removePolicer( 0, base );
+   EXPECT_EQ( 0u, m.box.counts( 0 ).policers );
+   EXPECT_EQ( 20u, passed( 0 ) );
+   EXPECT_DEATH( acl->attachPolicer( 0, 100, base, false ),
+                 "bcm_field_entry_policer_detach\\( unit, entryId, 0 \\) API ERROR:Entry not "
+                 "found \\(-7\\)" );
+}
+
 TEST_P( PolicerTest, RemovingWhileAttachedIsFatal ) {
    U32 base = m.manager->createPolicer( 0, dropRedConfig() );
    ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_QOS_ ) );
