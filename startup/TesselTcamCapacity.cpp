@@ -14,27 +14,6 @@ TRACE_CHANNEL( "TesselTcamCapacity" );
 
 namespace Hardware::Capacity::Tessel {
 
-const char * const tesselTcamCapacityFeatureGroup = "TesselTcamCapacity";
-
-const char *
-tcamStageName( int stageId ) {
-   switch ( stageId ) {
-    case bcmFieldStageIngress:
-      return "IFP";
-    case bcmFieldStageLookup:
-      return "VFP";
-    case bcmFieldStageEgress:
-      return "EFP";
-    default:
-      return nullptr;
-   }
-}
-
-Kiln::String
-tcamSliceRowName( int slice ) {
-   return Kiln::String( "Slice-" + std::to_string( slice ) );
-}
-
 // A unit that leaves the start-up state takes its rows with it.
 class TesselTcamCapacitySm::ScsdReactor : public Agent::TesselCommonSmData::NotifieeConst {
  public:

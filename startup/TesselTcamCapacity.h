@@ -33,17 +33,11 @@
 #include "platform/kiln/String.h"
 #include "platform/kiln/Types.h"
 #include "sdk/shim/Oberon.h"
+#include "startup/TesselTcamCapacityNames.h"
 
 #include <memory>
 
 namespace Hardware::Capacity::Tessel {
-
-// The feature group of the TCAM rows.
-TESSEL_EXPORT extern const char * const tesselTcamCapacityFeatureGroup;
-// "IFP", "VFP", "EFP" for SDK stages 0, 1, 2; null for any other stage.
-TESSEL_EXPORT const char * tcamStageName( int stageId );
-// "Slice-<n>".
-TESSEL_EXPORT Kiln::String tcamSliceRowName( int slice );
 
 class TESSEL_EXPORT TesselTcamCapacitySm : public Kiln::Entity {
  public:

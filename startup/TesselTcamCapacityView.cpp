@@ -1,7 +1,7 @@
 #include "startup/TesselTcamCapacityView.h"
 
 #include "platform/agent/CapacityVault.h"
-#include "startup/TesselTcamCapacity.h"
+#include "startup/TesselTcamCapacityNames.h"
 
 #include <algorithm>
 #include <array>

@@ -62,15 +62,13 @@ exitCodeOf( pid_t pid ) {
    return WIFEXITED( status ) ? WEXITSTATUS( status ) : 128 + WTERMSIG( status );
 }
 
-// Runs tessel-show to its end.
+// Runs a program (its path, then its arguments) to its end.
 inline ShowRun
-runShow( const std::vector< std::string > & args ) {
+runProgram( const std::vector< std::string > & argv ) {
    int out = memfd_create( "out", 0 );
    int err = memfd_create( "err", 0 );
-   std::vector< std::string > all = { TESSEL_SHOW_BINARY };
-   all.insert( all.end(), args.begin(), args.end() );
    ShowRun run;
-   pid_t pid = spawn( all, out, err );
+   pid_t pid = spawn( argv, out, err );
    EXPECT_GT( pid, 0 );
    run.exitCode = pid > 0 ? exitCodeOf( pid ) : -1;
    run.out = contents( out );
@@ -80,31 +78,42 @@ runShow( const std::vector< std::string > & args ) {
    return run;
 }
 
-// The test agent as a process of its own, stopped (and checked to have
-// left nothing behind) when the object goes.
-class AgentProcess {
+// Runs tessel-show to its end.
+inline ShowRun
+runShow( const std::vector< std::string > & args ) {
+   std::vector< std::string > all = { TESSEL_SHOW_BINARY };
+   all.insert( all.end(), args.begin(), args.end() );
+   return runProgram( all );
+}
+
+// A program that serves until it is stopped: started with `argv` and waited
+// for (up to 20 s, or until it exits) until its standard output holds
+// `readyText`; stopped, if still running, when the object goes.
+class ServingProcess {
  public:
-   AgentProcess( const std::string & prefix, const std::string & socketPath,
-                 const std::string & profiles = "thx,single" )
-         : out_( memfd_create( "agent-out", 0 ) ), err_( memfd_create( "agent-err", 0 ) ) {
-      pid_ = spawn( { TESSEL_TEST_AGENT_BINARY, "--prefix", prefix, "--socket", socketPath,
-                      "--profiles", profiles },
-                    out_, err_ );
-      for ( int waited = 0; waited < 400 && !ready(); ++waited ) {
+   ServingProcess( const std::vector< std::string > & argv, std::string readyText )
+         : out_( memfd_create( "agent-out", 0 ) ), err_( memfd_create( "agent-err", 0 ) ),
+           readyText_( std::move( readyText ) ) {
+      pid_ = spawn( argv, out_, err_ );
+      for ( int waited = 0; waited < 400 && !ready() && running(); ++waited ) {
          usleep( 50000 );
       }
    }
-   ~AgentProcess() {
+   ~ServingProcess() {
       if ( pid_ > 0 ) {
          stop();
       }
       close( out_ );
       close( err_ );
    }
-   bool ready() const { return contents( out_ ) == "ready\n"; }
+   ServingProcess( const ServingProcess & ) = delete;
+   ServingProcess & operator=( const ServingProcess & ) = delete;
+
+   bool ready() const { return out().find( readyText_ ) != std::string::npos; }
    pid_t pid() const { return pid_; }
+   std::string out() const { return contents( out_ ); }
    std::string errors() const { return contents( err_ ); }
-   // SIGTERM, then the exit code.
+   // The signal (SIGTERM by default), then the exit code.
    int
    stop( int signal = SIGTERM ) {
       kill( pid_, signal );
@@ -114,9 +123,28 @@ class AgentProcess {
    }
 
  private:
+   // Looks without reaping, so stop() still gets the exit code.
+   bool
+   running() const {
+      siginfo_t info{};
+      return pid_ > 0 && waitid( P_PID, pid_t( pid_ ), &info, WEXITED | WNOHANG | WNOWAIT ) == 0 &&
+             info.si_pid == 0;
+   }
+
    int out_;
    int err_;
+   std::string readyText_;
    pid_t pid_ = -1;
+};
+
+// The test agent as a process of its own.
+class AgentProcess : public ServingProcess {
+ public:
+   AgentProcess( const std::string & prefix, const std::string & socketPath,
+                 const std::string & profiles = "thx,single" )
+         : ServingProcess( { TESSEL_TEST_AGENT_BINARY, "--prefix", prefix, "--socket", socketPath,
+                             "--profiles", profiles },
+                           "ready\n" ) {}
 };
 
 } // namespace ShowIntegration

@@ -12,6 +12,8 @@ int runReport( AgentLink & link, const Options & options );
 int runTable( AgentLink & link, const Options & options );
 // map: the slices of every (or the chosen) unit, stage and pipe.
 int runMap( AgentLink & link, const Options & options );
+// capacity: the TCAM rows of the platform's capacity tables.
+int runCapacity( const Options & options );
 
 // Prints the failure and returns its code.
 int fail( const Failure & failure );

@@ -109,6 +109,14 @@ valueOption( ArgumentReader & r, const std::string & arg, Options & o, std::stri
       o.svgFile = v;
       return !v.empty() || ( error = "--svg needs a file name", false );
    }
+   if ( r.value( arg, "--threshold", v ) ) {
+      std::optional< U32 > percent;
+      if ( !numberOption( "--threshold", v, percent, error ) ) {
+         return false;
+      }
+      o.thresholdPercent = *percent;
+      return *percent <= 100 || ( error = "--threshold is a percentage, 0 to 100", false );
+   }
    if ( r.value( arg, "--timeout", v ) ) {
       std::optional< U32 > ms;
       if ( !numberOption( "--timeout", v, ms, error ) ) {
@@ -140,6 +148,10 @@ flagOption( const std::string & arg, Options & o ) {
 // The words that are not options: "tcam", the command and its operands.
 bool
 positional( const std::vector< std::string > & words, Options & o, std::string & error ) {
+   if ( words.size() == 1 && words[ 0 ] == "capacity" ) {
+      o.command = "capacity";
+      return true;
+   }
    if ( words.empty() || words[ 0 ] != "tcam" ) {
       error = words.empty() ? "no command given" : "unknown command '" + words[ 0 ] + "'";
       return false;
@@ -204,6 +216,7 @@ parseOptions( int argc, char ** argv, Options & o, std::string & error ) {
 const char *
 helpText() {
    return R"(Usage: tessel-show [options] tcam <command>
+       tessel-show [options] capacity [--unit N] [--threshold PCT]
 
 Shows the TCAM of a running agent.
 
@@ -222,6 +235,10 @@ Tables (from shared memory):
                                               slices with the group holding each and how
                                               full it is (every unit, stage and pipe unless
                                               narrowed)
+Capacity (from the platform's capacity tables):
+  capacity [--unit N] [--threshold PCT]       used, free and total entries per unit, stage
+                                              and slice; a warning for every stage used
+                                              above PCT percent (default 90)
 
 Options:
   --unit N        unit (default: every unit for usage, summary, raw and map; else 0)
@@ -233,6 +250,7 @@ Options:
   --prefix NAME   the agent's prefix (default $TESSEL_PREFIX, else "tessel")
   --socket PATH   the agent's report socket (default from the prefix)
   --timeout MS    how long to wait for the agent (default 5000)
+  --threshold PCT capacity: warn above this use (0 to 100, default 90)
   -h, --help      this text
 
 Exit codes:

@@ -14,6 +14,7 @@ struct Options {
    std::string prefix;      // the agent's prefix: --prefix, else $TESSEL_PREFIX, else the default
    std::string socketPath;  // the report socket: --socket, else the prefix's default
    std::string command;     // usage summary raw entry reservations groups features entries stages map
+                            // capacity
    bool detail = false;
    std::optional< U32 > unit;
    std::optional< U32 > stage;
@@ -23,6 +24,7 @@ struct Options {
    std::string svgFile;
    Colour colour = Colour::automatic;
    U32 timeoutMs = 5000;
+   U32 thresholdPercent = 90; // capacity: warn about stages used above it
    bool help = false;
 };
 

@@ -29,6 +29,9 @@ namespace {
 
 int
 run( const Options & o ) {
+   if ( o.command == "capacity" ) {
+      return runCapacity( o );
+   }
    AgentLink link( o );
    if ( o.command == "groups" || o.command == "features" || o.command == "entries" ||
         o.command == "stages" ) {

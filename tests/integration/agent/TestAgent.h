@@ -1,7 +1,7 @@
-// A small agent for the command line's tests, demonstrations and
-// benchmarks: a box of modelled chips, a group manager that knows every unit,
-// a few groups with entries (qualified, installed, hit by packets), and the
-// command-line server on an activity loop.
+// A small agent for the command line's tests and benchmarks: the simulated
+// agent (tools/agent: box of modelled chips, group manager, start-up,
+// command-line server on an activity loop) with a few groups and entries
+// (qualified, installed, hit by packets).
 //
 // The entries are made the way a feature makes them: from the IPv4 ACL
 // reservation's entry manager (every pipe, copy and outer-VLAN twin), then
@@ -14,13 +14,8 @@
 #include <vector>
 
 #include "catalogue/TcamGroupId.h"
-#include "export/TesselTcamCliServer.h"
-#include "manager/ChipInfoFromShim.h"
-#include "manager/TesselTcamGroupManager.h"
-#include "platform/kiln/ActivityLock.h"
-#include "platform/kiln/ActivityLoop.h"
 #include "sdk/api/field_qualify.h"
-#include "sdk/model/Box.h"
+#include "tools/agent/SimulatedAgent.h"
 
 namespace TestAgent {
 
@@ -43,45 +38,27 @@ agentGroups() {
    return groups;
 }
 
-inline ChipModel::Box::Options
-boxOptions() {
-   ChipModel::Box::Options options;
-   options.staged = false;
-   options.activityCheck = ChipModel::ActivityCheck::abort;
-   return options;
-}
-
 class Agent {
  public:
    // Builds everything; the caller holds the activity lock.
    explicit Agent( const Settings & settings )
-         : settings_( settings ), box_( settings.profiles, boxOptions() ),
-           manager_( new TesselTcamGroupManager( "tcamGroupManager" ) ) {
-      manager_->handlePreInit();
-      manager_->handleInitialized();
-      for ( U32 unit = 0; unit < box_.numUnits(); ++unit ) {
-         manager_->modChipInfoIs( U16( unit + 1 ), chipInfoFromShim( U16( unit + 1 ), { unit } ) );
+         : settings_( settings ),
+           agent_( SimAgent::Settings{ settings.profiles, settings.prefix, settings.socketPath,
+                                       settings.switchName, true } ) {
+      agent_.start();
+      for ( U32 unit = 0; unit < box().numUnits(); ++unit ) {
          for ( TcamGroupId group : agentGroups() ) {
-            manager_->initializeGroup( unit, group );
+            manager()->initializeGroup( unit, group );
          }
          makeEntries( unit );
       }
-      TesselTcamCliServer::Options options;
-      options.prefix = settings.prefix;
-      options.reportSocketPath = settings.socketPath;
-      options.switchName = settings.switchName;
-      server_ = std::make_unique< TesselTcamCliServer >( manager_, options );
-      server_->attach( loop_ );
-   }
-   ~Agent() {
-      server_.reset();
-      manager_ = nullptr;
+      agent_.publishCapacity();
    }
 
-   Kiln::ActivityLoop & loop() { return loop_; }
-   ChipModel::Box & box() { return box_; }
-   const Kiln::Ptr< TesselTcamGroupManager > & manager() const { return manager_; }
-   TesselTcamCliServer & server() { return *server_; }
+   Kiln::ActivityLoop & loop() { return agent_.loop(); }
+   ChipModel::Box & box() { return agent_.box(); }
+   const Kiln::Ptr< TesselTcamGroupManager > & manager() const { return agent_.manager(); }
+   TesselTcamCliServer & server() { return *agent_.server(); }
 
  private:
    template< typename Call >
@@ -96,7 +73,7 @@ class Agent {
    void
    makeEntries( U32 unit ) {
       Kiln::Ptr< TesselUnboundedTcamEntryManager > acl =
-         manager_->unboundedEntryManager( ipAclTcamGroup_ );
+         manager()->unboundedEntryManager( ipAclTcamGroup_ );
       int unitId = int( unit );
       int inPort = 1;
       for ( U32 n = 0; n < settings_.entries; ++n ) {
@@ -113,7 +90,7 @@ class Agent {
          acl->installEntry( unit, U32( entry ) );
          for ( U32 packet = 0; packet <= n; ++packet ) {
             sdk( [ & ] {
-               box_.send( unit, ChipModel::Packet::ipv4( inPort, 0x0a000000 + n, 0x0b000001, 6,
+               box().send( unit, ChipModel::Packet::ipv4( inPort, 0x0a000000 + n, 0x0b000001, 6,
                                                          1024, U16( 80 + n ) ) );
                return 0;
             } );
@@ -122,10 +99,7 @@ class Agent {
    }
 
    Settings settings_;
-   ChipModel::Box box_;
-   Kiln::ActivityLoop loop_;
-   Kiln::Ptr< TesselTcamGroupManager > manager_;
-   std::unique_ptr< TesselTcamCliServer > server_;
+   SimAgent::SimulatedAgent agent_;
 };
 
 } // namespace TestAgent
