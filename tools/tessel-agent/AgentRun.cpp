@@ -113,6 +113,8 @@ class Run {
          : options_( options ), inputs_( std::move( inputs ) ),
            agent_( SimAgent::Settings{ options.profiles, options.prefix, options.socketPath, "",
                                        !options.once } ) {}
+   // The handlers must not outlive the loop, whatever ended the run.
+   ~Run() { stopOnSignals( nullptr ); }
 
    int
    execute() {
@@ -229,7 +231,6 @@ int
 Run::finish() {
    features_.reset();
    agent_.stop();
-   stopOnSignals( nullptr );
    ChipModel::ObjectCounts left = agent_.box().counts();
    if ( left.total() ) {
       return failure( "the chip still holds objects after everything was released: " +
