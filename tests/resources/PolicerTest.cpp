@@ -156,7 +156,7 @@ TEST_P( PolicerTest, AnEntryTakesEachPipesPolicerAndGivesThemBack ) {
       }
       return count;
    };
-   for ( U32 pipe = 0; pipe < pipes(); ++pipe ) {
+   for ( U32 pipe = 0; pipe < modelPipes(); ++pipe ) {
       EXPECT_EQ( 10u, passed( pipe ) ) << "pipe " << pipe;
    }
    EXPECT_DEATH( acl->attachPolicer( 0, 100, base, true ),
