@@ -112,7 +112,7 @@ TEST_F( AgentProcessTest, WrongCommandLinesAreRefusedWithWhatIsWrong ) {
       { { "workload.txt" }, "unexpected argument 'workload.txt'" },
       { { "--workload" }, "--workload needs a value" },
       { { "--workload=" }, "--workload needs a value" },
-      { { "--profile", "tomahawk" }, "unknown profile 'tomahawk' (known: single trident3 thx th3)" },
+      { { "--profile", "quartz" }, "unknown profile 'quartz' (known: single trident3 thx th3)" },
       { { "--prefix", "a-b" }, "--prefix: " + Vault::checkPrefix( "a-b" ).text() },
       { { "--trace", "bcmFpCmd/12" }, "--trace: ignoring \"bcmFpCmd/12\": level 12 is not in 0-9" },
       { { "--classbench-trace", "t" }, "--classbench-trace needs --classbench-rules" },

@@ -13,10 +13,10 @@ using ChipModel::Box;
 
 TEST( ModelBox, UnknownProfileIsRefusedNamingTheKnownOnes ) {
    try {
-      Box box( { "thx", "tomahawk9" } );
+      Box box( { "thx", "quartz9" } );
       FAIL() << "no exception";
    } catch ( const std::invalid_argument & e ) {
-      EXPECT_STREQ( "unknown chip profile 'tomahawk9' (known: single, trident3, thx, th3)",
+      EXPECT_STREQ( "unknown chip profile 'quartz9' (known: single, trident3, thx, th3)",
                     e.what() );
    }
    EXPECT_EQ( nullptr, Box::current() ); // nothing half-built is left current
