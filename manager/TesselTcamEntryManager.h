@@ -121,6 +121,14 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    // the chip's per-group limit where its chip information has one.
    U32 groupUdfWidthLimit( U32 unit ) const;
 
+   // === Policers (resources/TesselPolicerEntry.cpp) ===
+   // Attaches (attach true) to every copy of the entry in pipe p the pipe's
+   // policer of the logical policer policerId (the group manager's
+   // createPolicer), over the pipes and copies of this group on the unit;
+   // or detaches every copy's policer, the id then only traced. Changes
+   // hardware only. Every SDK failure aborts with the call text.
+   void attachPolicer( U32 unit, U32 entry, U32 policerId, bool attach ) const;
+
    // --- constructor parameters ---
    TcamGroupAssignment groupAssignment() const { return groupAssignment_; }
    const Kiln::String & desc() const { return desc_; }

@@ -115,6 +115,67 @@ TEST_P( PolicerTest, APolicerMetersTheTrafficOfEveryPipe ) {
    }
 }
 
+// Through the entry manager: each copy of an entry (pipes, the copies of a
+// pipe, the outer-VLAN twin) takes its own pipe's policer, so a burst into
+// every pipe is cut in each; detaching leaves no copy policed.
+TEST_P( PolicerTest, EachCopyOfAnEntryTakesItsPipesPolicer ) {
+   U32 base = m.manager->createPolicer( 0, dropRedConfig( 1000 ) );
+   Kiln::Ptr< TesselBoundedTcamEntryManager > acl = m.manager->entryManagerIs(
+      test1TcamGroup_, "test", m.manager.get(), IFP_GROUP_IP_ACL_, 100, 110,
+      tcamAllocateOnDemand_ );
+   ASSERT_EQ( 100u, acl->getEntry( 0, 100, "policed" ) );
+   ASSERT_EQ( BCM_E_NONE, m.sdk( [] {
+                 return bcm_field_qualify_IpProtocol( 0, 100, 17, 0xff ) +
+                        bcm_field_action_add( 0, 100, bcmFieldActionCosQNew, 1, 0 );
+              } ) );
+   FastLog::TraceCapture trace( "TesselTcam", FastLog::TraceLevels::only( 5 ) );
+   acl->attachPolicer( 0, 100, base, true );
+   ASSERT_EQ( 0, acl->installEntry( 0, 100 ) );
+   U32 copies = GetParam().portAclCopies ? 2 : 1;
+   const ChipModel::FieldProcessor & field = m.box.unit( 0 ).state().field;
+   std::vector< std::string > expected;
+   for ( U32 pipe = 0; pipe < pipes(); ++pipe ) {
+      for ( U32 copy = 0; copy < copies; ++copy ) {
+         U32 id = 100 | pipe << 24 | copy << 27;
+         ASSERT_TRUE( field.entry( int( id ) ) ) << std::hex << id;
+         EXPECT_EQ( int( base | pipe << 24 ), field.entry( int( id ) )->policer ) << std::hex << id;
+         std::ostringstream text;
+         text << "Unit: 0 (entry=0x" << std::hex << id << " policerId=" << std::dec
+              << ( base | pipe << 24 ) << ")";
+         expected.push_back( text.str() );
+      }
+   }
+   EXPECT_EQ( expected, textsWith( trace, "(entry=" ) );
+   for ( U32 pipe = 0; pipe < modelPipes(); ++pipe ) {
+      U32 passed = 0;
+      for ( int i = 0; i < 20; ++i ) {
+         ChipModel::Packet p = udpWith( portOfPipe( m, pipe ), {} );
+         p.length = 100;
+         p.timeUs = 1000;
+         passed += m.box.send( 0, p ).dropped ? 0 : 1;
+      }
+      EXPECT_EQ( 10u, passed ) << "pipe " << pipe;
+   }
+
+   acl->attachPolicer( 0, 100, base, false );
+   for ( U32 pipe = 0; pipe < pipes(); ++pipe ) {
+      for ( U32 copy = 0; copy < copies; ++copy ) {
+         EXPECT_EQ( 0, field.entry( int( 100 | pipe << 24 | copy << 27 ) )->policer );
+      }
+   }
+   m.manager->removePolicer( 0, base ); // nothing holds it any more
+   EXPECT_EQ( 0u, m.box.counts( 0 ).policers );
+}
+
+TEST_P( PolicerTest, DetachingAnEntryThatHasNoPolicerIsFatal ) {
+   Kiln::Ptr< TesselBoundedTcamEntryManager > acl = m.manager->entryManagerIs(
+      test1TcamGroup_, "test", m.manager.get(), IFP_GROUP_QOS_, 100, 110, tcamAllocateOnDemand_ );
+   ASSERT_EQ( 100u, acl->getEntry( 0, 100, "plain" ) );
+   EXPECT_DEATH( acl->attachPolicer( 0, 100, 0, false ),
+                 "TesselPolicerEntry.cpp:[0-9]+ bcm_field_entry_policer_detach\\( unit, entryId, 0 "
+                 "\\) API ERROR:.*\n.*attachPolicer.*Assertion '0' failed" );
+}
+
 TEST_P( PolicerTest, RemovingWhileAttachedIsFatal ) {
    U32 base = m.manager->createPolicer( 0, dropRedConfig() );
    ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_QOS_ ) );
