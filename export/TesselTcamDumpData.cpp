@@ -93,12 +93,14 @@ addEntryRows( DumpRows & rows, const TesselTcamGroupManager & manager, U32 unit,
          continue;
       }
       for ( const auto & [ entryId, name ] : entriesOnUnit( *use.entryManager, unit ) ) {
-         U64 hits = entryHits( *use.entryManager, unit, entryId, group );
          rows.entryFeatures.push_back( { entryId, use.index } );
-         rows.entryGroups.push_back(
-            { entryId, group.groupId,
-              U32( std::min< U64 >( hits, std::numeric_limits< U32 >::max() ) ) } );
          rows.entryNames.emplace_back( entryId, name );
+         if ( t.entryGroups ) { // the counters are read only for the table that shows them
+            U64 hits = entryHits( *use.entryManager, unit, entryId, group );
+            rows.entryGroups.push_back(
+               { entryId, group.groupId,
+                 U32( std::min< U64 >( hits, std::numeric_limits< U32 >::max() ) ) } );
+         }
       }
    }
 }
