@@ -24,6 +24,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "bench/Percentiles.h"
 #include "export/TesselTcamVaultTables.h"
 #include "platform/vault/VaultMailbox.h"
 #include "platform/vault/VaultTable.h"
@@ -76,17 +77,6 @@ stopAgent( pid_t agent, const std::string & prefix ) {
    waitpid( agent, nullptr, 0 );
    // The agent left through _exit: its segments are a dead agent's now.
    Vault::Store cleanup( prefix );
-}
-
-void
-percentiles( benchmark::State & state, std::vector< double > & micros ) {
-   if ( micros.empty() ) {
-      return;
-   }
-   std::sort( micros.begin(), micros.end() );
-   state.counters[ "median_us" ] = micros[ micros.size() / 2 ];
-   state.counters[ "p99_us" ] = micros[ micros.size() * 99 / 100 ];
-   state.counters[ "max_us" ] = micros.back();
 }
 
 // expectedRows 0: as many as the first answer holds, and never none.

@@ -14,6 +14,7 @@
 #include <unistd.h>
 #include <vector>
 
+#include "bench/Percentiles.h"
 #include "platform/vault/VaultMailbox.h"
 #include "platform/vault/VaultStore.h"
 #include "platform/vault/VaultTable.h"
@@ -74,14 +75,6 @@ startAgent( const std::string & prefix ) {
    ( void ) !read( ready[ 0 ], &c, 1 );
    close( ready[ 0 ] );
    return agent;
-}
-
-void
-percentiles( benchmark::State & state, std::vector< double > & micros ) {
-   std::sort( micros.begin(), micros.end() );
-   state.counters[ "median_us" ] = micros[ micros.size() / 2 ];
-   state.counters[ "p99_us" ] = micros[ micros.size() * 99 / 100 ];
-   state.counters[ "max_us" ] = micros.back();
 }
 
 // kind = rows to fill; 0 measures the channel alone.
