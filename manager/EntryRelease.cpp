@@ -80,8 +80,7 @@ TesselTcamEntryManager::releaseCopy( U32 unit, U32 tcamEntryId, U32 pipeGroupId,
       SDK_CALL_UNIT( unit, bcm_field_entry_destroy( unit, entryId ) );
       FASTLOG( "fp entry destroy ", unit, entryId );
       countCopy( unit, pipeGroupId, -1 );
-      Kiln::Ptr< GroupCounts > counts =
-         groupManager()->groupCounts( GroupIdToPipeGroupId{ group(), pipeGroupId } );
+      GroupCounts * counts = pipeGroupCounts( unit, pipeGroupId );
       freed = freed || ( counts && counts->unitAllocated( unit ) == 0 );
    }
    if ( TRACE_ON( 9 ) ) {

@@ -66,13 +66,13 @@ TesselTcamEntryManager::installStats( U32 unit, U32 entry, U32 tcamEntryId,
 
 void
 TesselTcamEntryManager::removeStats( U32 unit, U32 tcamEntryId ) {
-   UnitEntriesCreated & record = unitRecord( unit );
    U32 entryId = tcamEntryId;
-   if ( !record.entryStatsHas( entryId ) ) {
+   const int * stat = unitRecord( unit ).entryStatsCollection().find( entryId );
+   if ( !stat ) {
       TRACE7( "Unit: " << unit << " can't find stats for entry 0x" << std::hex << entryId );
       return;
    }
-   int statsId = record.entryStats( entryId );
+   int statsId = *stat;
    TRACE7( "Unit: " << unit << " Attempting to detach statId " << statsId << " from entry 0x"
                     << std::hex << entryId );
    SDK_CALL_UNIT( unit, bcm_field_entry_stat_detach( unit, entryId, statsId ) );
