@@ -1,5 +1,6 @@
 #include "examples/features/FeatureRanges.h"
 
+#include "manager/TesselTcamGroupManager.h"
 #include "sdk/api/range.h"
 
 namespace Features {
@@ -29,6 +30,13 @@ FeatureRanges::takeOne( U32 unit, const PortRange & range, U32 flags ) {
       return 0;
    }
    RangeCheckerDesc desc( range.low, range.high, flags );
+   // The group manager records an entry's checkers under the entry id
+   // alone, and the ids of two units' entries can be equal: on a box of
+   // several units the ranges are expanded until it keeps them per unit.
+   if ( entryManager_->groupManager()->units().size() > 1 ) {
+      ++expanded_;
+      return 0;
+   }
    // Once the chip said no, only a range already held can still be shared:
    // asking for a new one would only cost a failing SDK call per rule.
    bool held = users_.count( { unit, desc } ) != 0;

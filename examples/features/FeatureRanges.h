@@ -12,6 +12,9 @@
 // and asks again only for ranges it already holds (they share) until a
 // release frees a checker.
 //
+// The group manager keeps an entry's checkers under the entry id alone, so
+// on a box of several units (whose entry ids repeat) ranges are expanded.
+//
 // One use is taken per item, unit and range field, so a range that several
 // items share holds one checker with one count per item.
 //
