@@ -18,15 +18,10 @@ struct Expected {
    std::string death;
 };
 
-// Hardware groups whose entries the scenario takes as whole ranges after
-// start-up (during start-up every range is an at-beginning one).
-struct RangeGroups {
-   U32 chunk;
-   U32 atBeginning;
-};
-
-// The call failing with `rc`.
-Expected expectedOutcome( const SiteCall & call, int rc, const RangeGroups & ranges );
+// The call failing with `rc`. Ranges made in the phases "start-up" and
+// "reserve" are at-beginning ranges; later ones are the chunks of
+// `chunkGroup`.
+Expected expectedOutcome( const SiteCall & call, int rc, U32 chunkGroup );
 
 // Whether the call gives something back (destroy, detach, delete, remove,
 // unlock): when it fails, what it would have given back stays in the chip.

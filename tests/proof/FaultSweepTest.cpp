@@ -9,6 +9,7 @@
 // as markdown tables (docs/reliability.md).
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <set>
@@ -24,7 +25,7 @@
 namespace Proof {
 namespace {
 
-constexpr RangeGroups scenarioRanges{ Tessel::IFP_GROUP_QOS_, Tessel::IFP_GROUP_COPP_IP_ };
+constexpr U32 chunkGroup = Tessel::IFP_GROUP_QOS_; // the scenario's chunk manager's
 constexpr int codes[] = { BCM_E_RESOURCE, BCM_E_INTERNAL };
 
 U32
@@ -129,9 +130,13 @@ class FaultSweep : public testing::TestWithParam< std::string > {
    sweep( const SiteCall & site, Row & row ) {
       for ( int i = 0; i < 2; ++i ) {
          int rc = codes[ i ];
-         SCOPED_TRACE( site.where + " " + site.function + " #" + std::to_string( site.nth ) +
-                       " in " + site.phase + " failing with " + std::to_string( rc ) );
-         Expected expected = expectedOutcome( site, rc, scenarioRanges );
+         std::string what = site.where + " " + site.function + " #" + std::to_string( site.nth ) +
+                            " in " + site.phase + " failing with " + std::to_string( rc );
+         SCOPED_TRACE( what );
+         if ( std::getenv( "TESSEL_PROOF_VERBOSE" ) ) {
+            std::fprintf( stderr, "fault: %s\n", what.c_str() );
+         }
+         Expected expected = expectedOutcome( site, rc, chunkGroup );
          Carried carried;
          if ( expected.fatal ) {
             EXPECT_DEATH( runFaulted( GetParam(), site, rc, prefix ),

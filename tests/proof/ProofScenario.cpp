@@ -55,6 +55,7 @@ struct Scenario::Features {
    // A feature's own SDK call on its base entry.
    static bool ok( int rc ) { return rc >= 0; }
 
+   void reserve();
    void entryManagers();
    void aclEntries();
    void sharedResources();
@@ -81,14 +82,19 @@ struct Scenario::Features {
    bool classIdsBound = false;
 };
 
+// An at-beginning range reserved as soon as its manager is made.
+void
+Scenario::Features::reserve() {
+   early = manager->entryManagerIs( test3TcamGroup_, "proof copp", manager.get(),
+                                    IFP_GROUP_COPP_IP_, 300, 302, tcamAllocateAtBeginning_ );
+}
+
 void
 Scenario::Features::entryManagers() {
    acl = manager->entryManagerIs( test1TcamGroup_, "proof acl", manager.get(), IFP_GROUP_IP_ACL_,
                                   100, 110, tcamAllocateOnDemand_ );
    chunk = manager->entryManagerIs( test2TcamGroup_, "proof qos", manager.get(), IFP_GROUP_QOS_,
                                     200, 204, tcamAllocateAsChunk_ );
-   early = manager->entryManagerIs( test3TcamGroup_, "proof copp", manager.get(),
-                                    IFP_GROUP_COPP_IP_, 300, 302, tcamAllocateAtBeginning_ );
    egress = manager->unboundedEntryManagerIs( test4TcamGroup_, "proof egress", manager.get(),
                                               EFP_GROUP_IP_ACL_, 0, 0, tcamAllocateUnbounded_ );
 }
@@ -275,6 +281,8 @@ Scenario::run( const std::function< void( const std::string & ) > & phase ) {
    agent_.start();
    {
       Features features( agent_, tables_, vaultPrefix_ );
+      tell( "reserve" );
+      features.reserve();
       tell( "features" );
       features.entryManagers();
       features.aclEntries();

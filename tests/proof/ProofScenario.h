@@ -31,7 +31,8 @@ class Scenario {
 
    ChipModel::Box & box() { return agent_.box(); }
    // The whole scenario, start-up to teardown; `phase` is told when each
-   // part begins ("start-up", "features", "reports", "tables", "teardown").
+   // part begins ("start-up", "reserve": an at-beginning range made
+   // after start-up, "features", "reports", "tables", "teardown").
    void run( const std::function< void( const std::string & ) > & phase = {} );
 
  private:
