@@ -144,6 +144,11 @@ expectedOutcome( const SiteCall & call, int rc, U32 chunkGroup ) {
 
 bool
 givesBack( const SiteCall & call ) {
+   // A unit without a compression group carries on; a class id of its kind
+   // then stops on the SDK's refusal.
+   if ( fileOf( call.where ) == "TesselTcamCompressionGroups.cpp" ) {
+      return true;
+   }
    for ( const char * word : { "destroy", "detach", "delete", "_remove", "compress", "UNLOCK" } ) {
       if ( call.text.find( word ) != std::string::npos ) {
          return true;

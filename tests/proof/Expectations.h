@@ -23,8 +23,10 @@ struct Expected {
 // `chunkGroup`.
 Expected expectedOutcome( const SiteCall & call, int rc, U32 chunkGroup );
 
-// Whether the call gives something back (destroy, detach, delete, remove,
-// unlock): when it fails, what it would have given back stays in the chip.
+// Whether a failure of the call may stop the program later although the
+// call itself carries on: it gives something back (destroy, detach,
+// delete, remove, unlock) and what stays in the chip may make a later
+// release fail, or it makes a compression group that class ids need.
 bool givesBack( const SiteCall & call );
 
 // `text` as a regular expression matching it literally.
