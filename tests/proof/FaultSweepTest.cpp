@@ -4,7 +4,7 @@
 //
 // A site is a call of the library's source position in one phase of the
 // scenario, on the base object or on a pipe copy; its first call is the one
-// failed. TESSEL_PROOF_SAMPLE=n runs every n-th site (default 1; 4 under
+// failed. TESSEL_PROOF_SAMPLE=n runs every n-th site (default 1; 8 under
 // the address sanitizer); TESSEL_PROOF_REPORT=<file> appends the outcomes
 // as markdown tables (docs/reliability.md).
 #include <gtest/gtest.h>
@@ -36,7 +36,7 @@ sampleStride() {
       return std::max( 1, std::atoi( text ) );
    }
 #if defined( __SANITIZE_ADDRESS__ )
-   return 4;
+   return 8;
 #else
    return 1;
 #endif

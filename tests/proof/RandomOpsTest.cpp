@@ -33,7 +33,11 @@ runSeed( const std::vector< std::string > & profiles, U64 seed, U32 steps ) {
 }
 
 TEST( RandomOps, BookkeepingMatchesTheChipAfterEveryStep ) {
+#if defined( __SANITIZE_ADDRESS__ )
+   U32 steps = U32( envOr( "TESSEL_PROOF_STEPS", 300 ) );
+#else
    U32 steps = U32( envOr( "TESSEL_PROOF_STEPS", 1000 ) );
+#endif
    if ( const char * seed = std::getenv( "TESSEL_PROOF_SEED" ) ) {
       runSeed( { "thx", "single" }, std::strtoull( seed, nullptr, 0 ), steps );
       runSeed( { "th3", "trident3" }, std::strtoull( seed, nullptr, 0 ), steps );
