@@ -18,11 +18,12 @@
 // The work of one entry is in functions of their own, kept out of line so
 // that callgrind can count them alone:
 //
-//    valgrind --tool=callgrind --toggle-collect='*libraryEntry*' \
+//    valgrind --tool=callgrind --toggle-collect='*libraryEntry*'
 //       build/default/bench/EntryManagerBench --benchmark_filter=BM_LibraryFill
-//    valgrind --tool=callgrind --toggle-collect='*libraryOp*' \
-//       build/default/bench/EntryManagerBench --benchmark_filter=BM_LibraryOp/0 \
+//    valgrind --tool=callgrind --toggle-collect='*libraryOp*'
+//       build/default/bench/EntryManagerBench --benchmark_filter=BM_LibraryOp/0
 //       --benchmark_min_time=0.01
+// (each command on one line)
 //
 // and likewise directEntry and directOp.
 #include <benchmark/benchmark.h>
