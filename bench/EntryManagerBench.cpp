@@ -22,7 +22,8 @@
 //       build/default/bench/EntryManagerBench --benchmark_filter=BM_LibraryFill
 //    valgrind --tool=callgrind --toggle-collect='*libraryOp*'
 //       build/default/bench/EntryManagerBench --benchmark_filter=BM_LibraryOp/0
-//       --benchmark_min_time=0.3
+//       --benchmark_min_time=0.01
+// (each command on one line)
 //
 // and likewise directEntry and directOp.
 #include <benchmark/benchmark.h>

@@ -7,6 +7,12 @@
 //                              names of a reservation with 400 entries):
 //                              the agent's group manager dumps it, answers,
 //                              and the client copies the table
+//   BM_EntryTable400ChangedRoundTrip
+//                              the same with one entry renamed by the agent
+//                              after each request, so that every request
+//                              finds a row to write
+//   BM_EntryTable400Serve      the agent's share of the first alone, in
+//                              this process (CPU time)
 //   BM_GroupTableRoundTrip     the same for the groups of a stage and pipe
 //   BM_TesselShowRun           a whole `tessel-show tcam groups` process
 //
@@ -43,9 +49,22 @@ benchPrefix() {
    return "showbench" + std::to_string( getpid() );
 }
 
+// After every turn of its loop (each served request) the agent renames one
+// of the 400 entries, so that the next request finds one row changed.
+void
+renameAnEntry( TestAgent::Agent & agent, U32 turn ) {
+   Kiln::Ptr< TesselUnboundedTcamEntryManager > acl =
+      agent.manager()->unboundedEntryManager( ipAclTcamGroup_ );
+   Kiln::Ptr< UnitEntriesCreated > record = acl->internalUnitEntry( 0 );
+   std::vector< U32 > ids = record->entryCreatedCollection().keys();
+   U32 entry = ids[ turn % ids.size() ];
+   record->entryCreatedIs( entry, "acl rule " + std::to_string( entry ) + " v" +
+                                     std::to_string( turn ) );
+}
+
 // The agent in a child process; returns its pid once it serves.
 pid_t
-startAgent( const std::string & prefix ) {
+startAgent( const std::string & prefix, bool changeEachTurn = false ) {
    int ready[ 2 ];
    if ( pipe( ready ) != 0 ) {
       return -1;
@@ -61,8 +80,13 @@ startAgent( const std::string & prefix ) {
       TestAgent::Agent running( settings );
       ( void ) !write( ready[ 1 ], "!", 1 );
       signal( SIGTERM, []( int ) { _exit( 0 ); } );
-      running.loop().run();
-      _exit( 0 );
+      if ( !changeEachTurn ) {
+         running.loop().run();
+      }
+      for ( U32 turn = 0;; ++turn ) {
+         running.loop().runOnce( Kiln::ActivityLoop::Clock::duration( -1 ) );
+         renameAnEntry( running, turn );
+      }
    }
    close( ready[ 1 ] );
    char c;
@@ -81,9 +105,10 @@ stopAgent( pid_t agent, const std::string & prefix ) {
 
 // expectedRows 0: as many as the first answer holds, and never none.
 void
-roundTrip( benchmark::State & state, TcamGroupManagerVaultTypes kind, U32 expectedRows ) {
+roundTrip( benchmark::State & state, TcamGroupManagerVaultTypes kind, U32 expectedRows,
+           bool changeEachTurn = false ) {
    const std::string prefix = benchPrefix();
-   pid_t agent = startAgent( prefix );
+   pid_t agent = startAgent( prefix, changeEachTurn );
    Vault::MailboxClient client( prefix );
    std::string path = unitTablePathOf( perStageText( perStageTable( kind )->path, 0, 0 ), 0 );
    Vault::TableReader reader( prefix, path );
@@ -114,6 +139,31 @@ roundTrip( benchmark::State & state, TcamGroupManagerVaultTypes kind, U32 expect
 void
 BM_EntryTable400RoundTrip( benchmark::State & state ) {
    roundTrip( state, vaultTypeEntryNames, entries );
+}
+
+void
+BM_EntryTable400ChangedRoundTrip( benchmark::State & state ) {
+   roundTrip( state, vaultTypeEntryNames, entries, true );
+}
+
+// The agent's share of a request alone, in this process: the request
+// checked and set on the group manager, the table dumped, the answer ready.
+void
+BM_EntryTable400Serve( benchmark::State & state ) {
+   Kiln::ActivityLockGuard activity;
+   TestAgent::Settings settings;
+   settings.prefix = benchPrefix();
+   settings.profiles = { "trident3" };
+   settings.entries = entries;
+   TestAgent::Agent agent( settings );
+   Vault::IncomingRequest in;
+   in.request = { 0, vaultTypeEntryNames, 0, 0, "" };
+   for ( auto _ : state ) {
+      if ( agent.server().serveTableRequest( in ) != 0 ) {
+         state.SkipWithError( "the request was not served" );
+         break;
+      }
+   }
 }
 
 void
@@ -162,6 +212,10 @@ BM_TesselShowRun( benchmark::State & state ) {
 }
 
 BENCHMARK( BM_EntryTable400RoundTrip )->Iterations( 5000 )->Unit( benchmark::kMicrosecond );
+BENCHMARK( BM_EntryTable400ChangedRoundTrip )
+   ->Iterations( 5000 )
+   ->Unit( benchmark::kMicrosecond );
+BENCHMARK( BM_EntryTable400Serve )->Unit( benchmark::kMicrosecond );
 BENCHMARK( BM_GroupTableRoundTrip )->Iterations( 5000 )->Unit( benchmark::kMicrosecond );
 BENCHMARK( BM_TesselShowRun )->Iterations( 300 )->Unit( benchmark::kMillisecond );
 

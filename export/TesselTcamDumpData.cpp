@@ -44,29 +44,38 @@ targetsOf( TcamGroupManagerVaultTypes type, const Kiln::Ptr< TesselTcam::CliVaul
    return t;
 }
 
-// What the request's table will hold.
+// What the request's table will hold: the rows staged on its mount; null
+// for the other tables.
 struct DumpRows {
-   std::vector< VaultGroupInfo > groups;
-   std::vector< VaultFeatureInfo > features;
-   std::vector< TesselTcam::VaultName > featureNames;
-   std::vector< VaultEntryFeatureInfo > entryFeatures;
-   std::vector< VaultEntryGroupInfo > entryGroups;
-   std::vector< TesselTcam::VaultName > entryNames;
+   std::vector< VaultGroupInfo > * groups = nullptr;
+   std::vector< VaultFeatureInfo > * features = nullptr;
+   std::vector< TesselTcam::VaultName > * featureNames = nullptr;
+   std::vector< VaultEntryFeatureInfo > * entryFeatures = nullptr;
+   std::vector< VaultEntryGroupInfo > * entryGroups = nullptr;
+   std::vector< TesselTcam::VaultName > * entryNames = nullptr;
 };
 
-// Replaces the table's rows in one change, so a reader sees the old table
-// or the new one.
-template< typename Mount, typename Record >
+template< typename Mount >
+auto *
+stagedRowsOf( const Kiln::Ptr< Mount > & mount ) {
+   return mount ? &mount->stagedRows() : nullptr;
+}
+
+DumpRows
+rowsOf( const DumpTargets & t ) {
+   return { stagedRowsOf( t.groups ),        stagedRowsOf( t.features ),
+            stagedRowsOf( t.featureNames ),  stagedRowsOf( t.entryFeatures ),
+            stagedRowsOf( t.entryGroups ),   stagedRowsOf( t.entryNames ) };
+}
+
+// Makes the table hold exactly the staged rows, in one change that writes
+// only what differs, so a reader sees the old table or the new one and an
+// unchanged table is not written at all.
+template< typename Mount >
 void
-replaceRows( const Kiln::Ptr< Mount > & mount, const std::vector< Record > & rows ) {
-   Vault::TableWriter * table = mount ? mount->table() : nullptr;
-   if ( !table ) {
-      return;
-   }
-   Vault::TableWriter::Batch batch( *table );
-   mount->recordDelAll();
-   for ( const Record & row : rows ) {
-      mount->recordIs( row );
+commitRows( const Kiln::Ptr< Mount > & mount ) {
+   if ( mount ) {
+      mount->stagedRowsCommit();
    }
 }
 
@@ -79,28 +88,38 @@ stageOfGroup( U32 groupId ) {
 }
 
 void
-addEntryRows( DumpRows & rows, const TesselTcamGroupManager & manager, U32 unit,
-              const GroupUsage & group, const DumpTargets & t ) {
+addEntryRows( const DumpRows & rows, const TesselTcamGroupManager & manager, U32 unit,
+              const GroupUsage & group ) {
    for ( const ReservationUse & use :
          reservationsInUse( manager, unit, group.groupId, group.copies ) ) {
-      if ( t.features ) {
-         rows.features.push_back( { use.index, use.allocated, use.used, group.groupId } );
+      if ( rows.features ) {
+         rows.features->push_back( { use.index, use.allocated, use.used, group.groupId } );
       }
-      if ( t.featureNames ) {
-         rows.featureNames.emplace_back( use.index, use.row->name );
+      if ( rows.featureNames ) {
+         rows.featureNames->emplace_back( use.index, use.row->name );
       }
-      if ( !t.entryFeatures && !t.entryGroups && !t.entryNames ) {
+      if ( !rows.entryFeatures && !rows.entryGroups && !rows.entryNames ) {
          continue;
       }
-      for ( const auto & [ entryId, name ] : entriesOnUnit( *use.entryManager, unit ) ) {
-         rows.entryFeatures.push_back( { entryId, use.index } );
-         rows.entryNames.emplace_back( entryId, name );
-         if ( t.entryGroups ) { // the counters are read only for the table that shows them
-            U64 hits = entryHits( *use.entryManager, unit, entryId, group );
-            rows.entryGroups.push_back(
-               { entryId, group.groupId,
-                 U32( std::min< U64 >( hits, std::numeric_limits< U32 >::max() ) ) } );
+      std::vector< U32 > counted;
+      forEachEntryOnUnit( *use.entryManager, unit, [ & ]( U32 entryId, const Kiln::String & name ) {
+         if ( rows.entryFeatures ) {
+            rows.entryFeatures->push_back( { entryId, use.index } );
          }
+         if ( rows.entryNames ) {
+            rows.entryNames->emplace_back( entryId, name );
+         }
+         if ( rows.entryGroups ) {
+            counted.push_back( entryId );
+         }
+      } );
+      // The counters are read only for the table that shows them, after the
+      // walk: reading them lets other activities run.
+      for ( U32 entryId : counted ) {
+         U64 hits = entryHits( *use.entryManager, unit, entryId, group );
+         rows.entryGroups->push_back(
+            { entryId, group.groupId,
+              U32( std::min< U64 >( hits, std::numeric_limits< U32 >::max() ) ) } );
       }
    }
 }
@@ -129,24 +148,26 @@ TesselTcamGroupManager::dumpData( const Kiln::Ptr< GroupManagerVaultRequest > & 
    if ( stage && stage->pipeOperationMode != 0 ) {
       pipeFilter = pipeId;
    }
-   DumpRows rows;
-   for ( const GroupUsage & group : groupUsageOfUnit( *this, unit ) ) {
+   DumpRows rows = rowsOf( t );
+   // Only the groups table shows the chip's free counts.
+   FreeCounts freeCounts = t.groups ? FreeCounts::read : FreeCounts::skip;
+   for ( const GroupUsage & group : groupUsageOfUnit( *this, unit, freeCounts ) ) {
       if ( stageOfGroup( group.groupId ) != stageId ||
            ( pipeFilter && group.perPipe && group.pipe != *pipeFilter ) ) {
          continue;
       }
-      if ( t.groups ) {
-         rows.groups.push_back(
+      if ( rows.groups ) {
+         rows.groups->push_back(
             { group.groupId, group.used, group.freeEntries, group.copies, group.pipeGroupId } );
       }
-      addEntryRows( rows, *this, unit, group, t );
+      addEntryRows( rows, *this, unit, group );
    }
-   replaceRows( t.groups, rows.groups );
-   replaceRows( t.features, rows.features );
-   replaceRows( t.featureNames, rows.featureNames );
-   replaceRows( t.entryFeatures, rows.entryFeatures );
-   replaceRows( t.entryGroups, rows.entryGroups );
-   replaceRows( t.entryNames, rows.entryNames );
+   commitRows( t.groups );
+   commitRows( t.features );
+   commitRows( t.featureNames );
+   commitRows( t.entryFeatures );
+   commitRows( t.entryGroups );
+   commitRows( t.entryNames );
 }
 
 } // namespace Tessel

@@ -155,6 +155,37 @@ class VaultMount : public Parent {
       table->put( keyOf( *record ).value, bytes.data(), record->serializeLen() );
       return true;
    }
+   // Rows for the next stagedRowsCommit(), emptied by it (also when it
+   // throws). The vector keeps
+   // its memory, so refilling a table of the same size allocates nothing.
+   std::vector< Record > & stagedRows() { return staged_; }
+   // Makes the table hold exactly the staged rows, in their order, in one
+   // change that writes only what differs (Vault::TableWriter::Rewrite);
+   // notifies the collection when something changed. Returns whether
+   // something did; false without a table.
+   bool
+   stagedRowsCommit() {
+      struct Unstage {
+         std::vector< Record > & rows;
+         ~Unstage() { rows.clear(); }
+      } unstage{ staged_ };
+      Vault::TableWriter * table = this->table();
+      bool changed = false;
+      if ( table ) {
+         Vault::TableWriter::Rewrite rewrite( *table );
+         std::array< U8, Record::recordSize > bytes;
+         for ( const Record & record : staged_ ) {
+            record.serialize( bytes.data() );
+            rewrite.put( keyOf( record ).value, bytes.data(), record.serializeLen() );
+         }
+         rewrite.commit();
+         changed = rewrite.changed();
+      }
+      if ( changed ) {
+         recordNotifyCollection();
+      }
+      return changed;
+   }
    bool
    recordDel( Id key ) {
       Vault::TableWriter * table = this->table();
@@ -201,6 +232,9 @@ class VaultMount : public Parent {
 
  protected:
    void onTableChange() override { recordNotifyMountStatus(); }
+
+ private:
+   std::vector< Record > staged_;
 };
 
 class TESSEL_EXPORT VaultStagesMount : public VaultMount< VaultStageInfo,

@@ -148,7 +148,9 @@ class VaultName {
    // serializeCheck.
    void
    serialize( void * out ) const {
-      serializeCheck( count_, buffer_.data() );
+      if ( count_ >= 62 ) {
+         serializeCheck( count_, buffer_.data() );
+      }
       U8 * bytes = static_cast< U8 * >( out );
       putU32( bytes, key_.value );
       putU32( bytes + 4, count_ );

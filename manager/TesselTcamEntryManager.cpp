@@ -16,15 +16,6 @@ TRACE_CHANNEL( "TesselTcamEntryManager" );
 
 namespace Tessel {
 
-namespace {
-
-bool
-isMirrorAclGroup( U32 group ) {
-   return group >= IFP_GROUP_MIRROR_ACL_1_ && group <= IFP_GROUP_MIRROR_ACL_4_;
-}
-
-} // namespace
-
 TesselTcamEntryManager::TesselTcamEntryManager(
    const Kiln::Name & name, TcamGroupAssignment groupAssignment, const Kiln::String & desc,
    TesselTcamGroupManager * groupManager, U32 group, U32 baseEntry, U32 endEntry,

@@ -27,11 +27,9 @@ entriesInUse( const TesselTcamEntryManager & entryManager, U32 unit ) {
 std::vector< std::pair< U32, Kiln::String > >
 entriesOnUnit( const TesselTcamEntryManager & entryManager, U32 unit ) {
    std::vector< std::pair< U32, Kiln::String > > entries;
-   if ( const UnitEntriesCreated * record = recordOf( entryManager, unit ) ) {
-      for ( const auto & [ entry, desc ] : record->entryCreatedCollection() ) {
-         entries.emplace_back( entry, desc );
-      }
-   }
+   forEachEntryOnUnit( entryManager, unit, [ & ]( U32 entry, const Kiln::String & desc ) {
+      entries.emplace_back( entry, desc );
+   } );
    return entries;
 }
 

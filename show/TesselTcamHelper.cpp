@@ -2,6 +2,8 @@
 // and the command-line tables.
 #include "show/TesselTcamHelper.h"
 
+#include <map>
+
 #include "common/TesselSdkCall.h"
 #include "manager/ReservationLayout.h"
 #include "manager/TesselTcamGroupManager.h"
@@ -43,10 +45,26 @@ usageOf( const TesselTcamGroupManager & manager, U32 unit, U32 pipeGroupId,
    return usage;
 }
 
+// The reservation table's rows of a group, in table order. The table is
+// fixed, so it is indexed once rather than scanned per group and request.
+const std::vector< U32 > &
+reservationRowsOfGroup( U32 groupId ) {
+   static const std::map< U32, std::vector< U32 > > rowsByGroup = [] {
+      std::map< U32, std::vector< U32 > > rows;
+      for ( U32 index = 0; index < numTcamReservations(); ++index ) {
+         rows[ U32( getTcamReservation( index )->groupId ) ].push_back( index );
+      }
+      return rows;
+   }();
+   static const std::vector< U32 > none;
+   auto found = rowsByGroup.find( groupId );
+   return found == rowsByGroup.end() ? none : found->second;
+}
+
 } // namespace
 
 std::vector< GroupUsage >
-groupUsageOfUnit( TesselTcamGroupManager & manager, U32 unit ) {
+groupUsageOfUnit( TesselTcamGroupManager & manager, U32 unit, FreeCounts freeCounts ) {
    std::vector< GroupUsage > groups;
    for ( const auto & [ key, counts ] : manager.groupCountsCollection() ) {
       if ( !counts->unitRefCountHas( unit ) ) {
@@ -56,7 +74,9 @@ groupUsageOfUnit( TesselTcamGroupManager & manager, U32 unit ) {
       int groupId = static_cast< int >( key.pipeGroupId );
       bcm_field_group_status_t status;
       bcm_field_group_status_t_init( &status );
-      SDK_CALL_CHECKED( bcm_field_group_status_get( unit, groupId, &status ) );
+      if ( freeCounts == FreeCounts::read ) {
+         SDK_CALL_CHECKED( bcm_field_group_status_get( unit, groupId, &status ) );
+      }
       if ( key.pipeGroupId & copyBit ) {
          continue;
       }
@@ -68,11 +88,12 @@ groupUsageOfUnit( TesselTcamGroupManager & manager, U32 unit ) {
 std::vector< ReservationUse >
 reservationsInUse( const TesselTcamGroupManager & manager, U32 unit, U32 groupId, U32 copies ) {
    std::vector< ReservationUse > uses;
+   const std::vector< U32 > & rows = reservationRowsOfGroup( groupId );
+   uses.reserve( rows.size() );
    const Agent::ChipInfo * info = manager.chipInfo( unit );
-   for ( U32 index = 0; index < numTcamReservations(); ++index ) {
+   for ( U32 index : rows ) {
       const TcamReservation * row = getTcamReservation( index );
-      if ( U32( row->groupId ) != groupId ||
-           !reservationKept( info ? *info : Agent::ChipInfo(), row->featureId ) ) {
+      if ( !reservationKept( info ? *info : Agent::ChipInfo(), row->featureId ) ) {
          continue;
       }
       Kiln::Ptr< TesselTcamEntryManager > entryManager;
@@ -81,7 +102,7 @@ reservationsInUse( const TesselTcamGroupManager & manager, U32 unit, U32 groupId
       } else {
          entryManager = manager.entryManager( row->featureId );
       }
-      if ( !entryManager || !entryManager->internalUnitEntry( unit ) ) {
+      if ( !entryManager || !entryManager->internalUnitEntryHas( unit ) ) {
          continue;
       }
       U32 allocated = entryManager->entriesAllocated( unit ) * copies;

@@ -27,11 +27,17 @@ struct GroupUsage {
    U32 freeEntries = 0;  // the SDK's free count (halved with twins)
 };
 
-// The pipe groups of the unit in key order, copies (bit 27) left out. The
-// SDK's status is read for every pipe group the unit holds, copies
-// included, with the activity lock released; a failing read is fatal.
-TESSEL_EXPORT std::vector< GroupUsage > groupUsageOfUnit( TesselTcamGroupManager & manager,
-                                                          U32 unit );
+// Whether a walk reads the SDK's status of the groups (freeEntries); only
+// what shows free counts needs it.
+enum class FreeCounts { read, skip };
+
+// The pipe groups of the unit in key order, copies (bit 27) left out. With
+// FreeCounts::read the SDK's status is read for every pipe group the unit
+// holds, copies included, with the activity lock released; a failing read
+// is fatal. With FreeCounts::skip no SDK call is made and freeEntries is 0.
+TESSEL_EXPORT std::vector< GroupUsage >
+groupUsageOfUnit( TesselTcamGroupManager & manager, U32 unit,
+                  FreeCounts freeCounts = FreeCounts::read );
 
 // A reservation row of a group with entries allocated on a unit.
 struct ReservationUse {
@@ -52,6 +58,19 @@ TESSEL_EXPORT U32 entriesInUse( const TesselTcamEntryManager & entryManager, U32
 // The manager's entries on the unit with their descriptions, by entry id.
 TESSEL_EXPORT std::vector< std::pair< U32, Kiln::String > >
 entriesOnUnit( const TesselTcamEntryManager & entryManager, U32 unit );
+// The same without copying: fn( entryId, description ) for each, in entry
+// id order. `fn` must not change the manager's entries.
+template< typename Fn >
+void
+forEachEntryOnUnit( const TesselTcamEntryManager & entryManager, U32 unit, Fn && fn ) {
+   if ( !entryManager.internalUnitEntryHas( unit ) ) {
+      return;
+   }
+   Kiln::Ptr< UnitEntriesCreated > record = entryManager.internalUnitEntry( unit );
+   for ( const auto & [ entry, desc ] : record->entryCreatedCollection() ) {
+      fn( U32( entry ), desc );
+   }
+}
 // Hits of a logical entry in a pipe group: summed over the copies of the
 // pipe and, under the outer-VLAN workaround, over the twins in pipe 1.
 TESSEL_EXPORT U64 entryHits( TesselTcamEntryManager & entryManager, U32 unit, U32 entryId,

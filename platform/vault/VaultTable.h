@@ -50,6 +50,7 @@ struct Record {
 class TableWriter {
  public:
    class Batch;
+   class Rewrite;
 
    TableWriter( TableWriter && ) noexcept = default;
    TableWriter & operator=( TableWriter && other ) noexcept;
@@ -96,6 +97,17 @@ class TableWriter {
    void endChange();
    void grow();
    void retire();
+   void
+   checkLength( U32 length ) const {
+      if ( length > recordSize_ ) {
+         refuseLength( length );
+      }
+   }
+   [[noreturn]] void refuseLength( U32 length ) const;
+   bool holds( U32 index, U32 key, const void * data, U32 length ) const;
+   void writeSlot( U32 index, U32 key, const void * data, U32 length );
+   void swapSlots( U32 a, U32 b );
+   void truncate( U32 count );
 
    Segment segment_;
    std::string path_;
@@ -104,6 +116,7 @@ class TableWriter {
    U32 sequence_ = 0;    // the writer's copy of the header's sequence
    U32 changeDepth_ = 0;  // open changes and batches
    KeyIndex index_;  // key -> slot
+   std::vector< U8 > scratch_;  // one slot, for swaps
 };
 
 // Several changes that readers see all together or not at all: the table's
@@ -118,6 +131,42 @@ class TableWriter::Batch {
 
  private:
    TableWriter & table_;
+};
+
+// Makes the table hold exactly the records put through it, in the order
+// they were put, changing only what differs: a record already stored at its
+// place is not written again, so rewriting a table with what it holds
+// leaves it, and its sequence, untouched. The first real change makes the
+// sequence odd and commit() makes it even again, so readers see the old
+// table or the new one. Keep what runs between the two short.
+//
+// A key put twice keeps its first place and takes the later bytes. If the
+// rewrite is abandoned (destroyed without commit, e.g. by an exception),
+// the records not put again stay: nothing is dropped, and the change ends.
+class TableWriter::Rewrite {
+ public:
+   explicit Rewrite( TableWriter & table ) : table_( table ) {}
+   ~Rewrite();
+   Rewrite( const Rewrite & ) = delete;
+   Rewrite & operator=( const Rewrite & ) = delete;
+
+   // Throws as TableWriter::put, before changing anything.
+   void put( U32 key, const void * data, U32 length );
+   // Removes the records not put and ends the change. Once.
+   void commit();
+   // Whether anything was written or removed so far.
+   bool changed() const { return changed_; }
+
+ private:
+   void place( U32 key, const void * data, U32 length );
+   void open();
+   void close();
+
+   TableWriter & table_;
+   U32 placed_ = 0;  // records put, at slots 0 .. placed_ - 1
+   bool open_ = false;
+   bool changed_ = false;
+   bool done_ = false;
 };
 
 // A consistent copy of a whole table, owned by the reader process.

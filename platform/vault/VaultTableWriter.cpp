@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/kiln/Assert.h"
 #include "platform/vault/VaultAtomic.h"
 #include "platform/vault/VaultLayout.h"
 #include "platform/vault/VaultTable.h"
@@ -84,13 +85,27 @@ TableWriter::endChange() {
    }
 }
 
+namespace {
+
+U32
+keyAt( const U8 * slot ) {
+   SlotHeader slotHeader;
+   std::memcpy( &slotHeader, slot, sizeof( slotHeader ) );
+   return slotHeader.key;
+}
+
+} // namespace
+
+void
+TableWriter::refuseLength( U32 length ) const {
+   throw Error( Errc::invalidArgument,
+                "record of " + std::to_string( length ) + " bytes for table '" + path_ +
+                   "' exceeds its record size " + std::to_string( recordSize_ ) );
+}
+
 void
 TableWriter::put( U32 key, const void * data, U32 length ) {
-   if ( length > recordSize_ ) {
-      throw Error( Errc::invalidArgument,
-                   "record of " + std::to_string( length ) + " bytes for table '" + path_ +
-                      "' exceeds its record size " + std::to_string( recordSize_ ) );
-   }
+   checkLength( length );
    U32 index = index_.find( key );
    bool added = index == KeyIndex::none;
    if ( added ) {
@@ -103,6 +118,25 @@ TableWriter::put( U32 key, const void * data, U32 length ) {
       index_.set( key, index );
    }
    beginChange();
+   writeSlot( index, key, data, length );
+   if ( added ) {
+      storeRelaxed( &header()->count, index + 1 );
+   }
+   endChange();
+}
+
+bool
+TableWriter::holds( U32 index, U32 key, const void * data, U32 length ) const {
+   const U8 * at = slot( index );
+   SlotHeader slotHeader;
+   std::memcpy( &slotHeader, at, sizeof( slotHeader ) );
+   return slotHeader.key == key && slotHeader.length == length &&
+          ( length == 0 || std::memcmp( at + sizeof( SlotHeader ), data, length ) == 0 );
+}
+
+// The caller has a change open.
+void
+TableWriter::writeSlot( U32 index, U32 key, const void * data, U32 length ) {
    U8 * at = slot( index );
    SlotHeader slotHeader = { key, length };
    std::memcpy( at, &slotHeader, sizeof( slotHeader ) );
@@ -110,10 +144,105 @@ TableWriter::put( U32 key, const void * data, U32 length ) {
       std::memcpy( at + sizeof( SlotHeader ), data, length );
    }
    std::memset( at + sizeof( SlotHeader ) + length, 0, slotSize_ - sizeof( SlotHeader ) - length );
-   if ( added ) {
-      storeRelaxed( &header()->count, index + 1 );
+}
+
+// The caller has a change open; both slots are in use.
+void
+TableWriter::swapSlots( U32 a, U32 b ) {
+   scratch_.resize( slotSize_ );
+   std::memcpy( scratch_.data(), slot( a ), slotSize_ );
+   std::memcpy( slot( a ), slot( b ), slotSize_ );
+   std::memcpy( slot( b ), scratch_.data(), slotSize_ );
+   // Both keys are present: setting them never reallocates.
+   index_.set( keyAt( slot( a ) ), a );
+   index_.set( keyAt( slot( b ) ), b );
+}
+
+// Drops the records from `count` on; the caller has a change open.
+void
+TableWriter::truncate( U32 count ) {
+   for ( U32 index = count; index < size(); ++index ) {
+      index_.erase( keyAt( slot( index ) ) );
    }
-   endChange();
+   storeRelaxed( &header()->count, count );
+}
+
+TableWriter::Rewrite::~Rewrite() {
+   if ( !done_ ) {
+      close();
+   }
+}
+
+void
+TableWriter::Rewrite::open() {
+   if ( !open_ ) {
+      table_.beginChange();
+      open_ = true;
+      changed_ = true;
+   }
+}
+
+void
+TableWriter::Rewrite::close() {
+   if ( open_ ) {
+      open_ = false;
+      table_.endChange();
+   }
+}
+
+void
+TableWriter::Rewrite::put( U32 key, const void * data, U32 length ) {
+   // The common case: the table is rewritten with what it holds.
+   if ( placed_ < table_.size() && table_.holds( placed_, key, data, length ) ) {
+      ++placed_;
+      return;
+   }
+   place( key, data, length );
+}
+
+// Out of line, so that put() stays a short function for the common case.
+[[gnu::noinline]] void
+TableWriter::Rewrite::place( U32 key, const void * data, U32 length ) {
+   TableWriter & t = table_;
+   t.checkLength( length );
+   U32 at = placed_ < t.size() && keyAt( t.slot( placed_ ) ) == key ? placed_
+                                                                    : t.index_.find( key );
+   if ( at != KeyIndex::none && at < placed_ ) {
+      if ( !t.holds( at, key, data, length ) ) {
+         open();
+         t.writeSlot( at, key, data, length );
+      }
+      return;
+   }
+   if ( at == KeyIndex::none ) {
+      at = t.size();
+      if ( at == t.capacity() ) {
+         t.grow();
+      }
+      t.index_.set( key, at );
+      open();
+      t.writeSlot( at, key, data, length );
+      storeRelaxed( &t.header()->count, at + 1 );
+   } else if ( !t.holds( at, key, data, length ) ) {
+      open();
+      t.writeSlot( at, key, data, length );
+   }
+   if ( at != placed_ ) {
+      open();
+      t.swapSlots( at, placed_ );
+   }
+   ++placed_;
+}
+
+void
+TableWriter::Rewrite::commit() {
+   KILN_ASSERT( !done_ );
+   if ( placed_ < table_.size() ) {
+      open();
+      table_.truncate( placed_ );
+   }
+   close();
+   done_ = true;
 }
 
 void

@@ -1,6 +1,7 @@
 // The tables of a unit: made when its module arrives, filled on request
 // from the group manager's and the chip's state, removed when it leaves.
 #include "manager/ChipInfoFromShim.h"
+#include "platform/vault/VaultLayout.h"
 #include "sdk/api/field.h"
 #include "tests/export/ExportFixture.h"
 
@@ -117,6 +118,51 @@ TEST( DumpDataTest, EachRequestReplacesTheTable ) {
    ASSERT_EQ( 1u, rows.size() );
    EXPECT_EQ( U32( IFP_GROUP_MAC_ACL_ ), rows[ 0 ].key.value );
    EXPECT_EQ( 2u, c.m.manager->groupManagerVaultSm()->served() );
+}
+
+// A request for a table that has not changed writes nothing (its sequence
+// stays, and no chip status is read for a table without free counts); a
+// change in between is seen in full.
+TEST( DumpDataTest, OnlyAChangedTableIsWritten ) {
+   ChannelBox c{ { "single" }, Reservations::release };
+   Kiln::Ptr< TesselUnboundedTcamEntryManager > acl =
+      c.m.manager->unboundedEntryManager( ipAclTcamGroup_ );
+   U32 first = acl->getEntry( 0, "first" );
+   U32 second = acl->getEntry( 0, "second" );
+   ASSERT_TRUE( first && second );
+   std::string path = c.path( vaultTypeEntryNames, 0, 0 );
+   VaultTest::RawSegment raw(
+      c.helper->getCliVaultMounter( "entry-name-list-0-0", 0 )->table()->segmentName() );
+   auto sequence = [ & ] { return raw.as< Vault::TableHeader >()->sequence; };
+   auto names = [ & ] {
+      std::vector< std::string > out;
+      for ( const VaultName & row : tableRows< VaultName >( c.prefix, path ) ) {
+         out.push_back( std::to_string( row.key().value ) + " " + row.name().str() );
+      }
+      return out;
+   };
+   c.request( vaultTypeEntryNames, 0, 0 );
+   U32 written = sequence();
+   U32 statusReads = c.m.box.callCount( "bcm_field_group_status_get" );
+   c.request( vaultTypeEntryNames, 0, 0 );
+   EXPECT_EQ( written, sequence() );
+   EXPECT_EQ( statusReads, c.m.box.callCount( "bcm_field_group_status_get" ) );
+   EXPECT_EQ( ( std::vector< std::string >{ std::to_string( first ) + " first",
+                                            std::to_string( second ) + " second" } ),
+              names() );
+
+   acl->releaseEntry( 0, first );
+   U32 third = acl->getEntry( 0, "third" );
+   c.request( vaultTypeEntryNames, 0, 0 );
+   EXPECT_NE( written, sequence() );
+   EXPECT_EQ( 0u, sequence() % 2 );
+   std::vector< std::string > expected = { std::to_string( second ) + " second",
+                                           std::to_string( third ) + " third" };
+   if ( third < second ) {
+      std::swap( expected[ 0 ], expected[ 1 ] );
+   }
+   EXPECT_EQ( expected, names() );
+   EXPECT_EQ( 3u, c.m.manager->groupManagerVaultSm()->served() );
 }
 
 // dumpData serves types 3 to 9; the raw entries type (8) and anything else
