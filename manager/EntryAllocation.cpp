@@ -46,6 +46,7 @@ TesselTcamEntryManager::layoutOf( U32 unit ) const {
                                Shim::sdk_->AR_bcmFieldQualifyOuterVlanId() );
    const Agent::ChipInfo * info = manager.chipInfo( unit );
    layout.rangeModule = info && info->rangeModule();
+   layout.multicastWar = multicastWar( unit );
    return layout;
 }
 

@@ -194,7 +194,9 @@ TesselTcamEntryManager::removeEntry( U32 unit, U32 entry ) {
       }
    }
    removeTcamEntryBcmPbmp( unit, entry );
-   groupManager()->entryRangeCheckIdDel( entry );
+   if ( groupManager()->entryRangeCheckIdHas( entry ) ) {
+      groupManager()->entryRangeCheckIdDel( entry );
+   }
    TRACE7( " Releasing record for entry: " << entry );
    return 0;
 }

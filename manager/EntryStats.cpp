@@ -33,12 +33,13 @@ defaultStatTypes() {
 void
 TesselTcamEntryManager::installStats( U32 unit, U32 entry, U32 tcamEntryId,
                                       const Kiln::Ptr< StatTypes > & statTypes ) {
+   KILN_ASSERT_MSG( statTypes->typeCollection().size() <= size_t( bcmFieldStatCount ),
+                    "more stat types than the SDK has" );
    bcm_field_stat_t statTypesList[ bcmFieldStatCount ] = {};
    int statIdx = 0;
-   for ( const auto & [ position, type ] : statTypes->typeCollection() ) {
-      KILN_ASSERT_MSG( statIdx < bcmFieldStatCount, "more stat types than the SDK has" );
+   statTypes->typeCollection().forEach( [ & ]( U32, U32 type ) {
       statTypesList[ statIdx++ ] = static_cast< bcm_field_stat_t >( type );
-   }
+   } );
    if ( statIdx == 2 ) {
       KILN_ASSERT( abs( ( int )statTypesList[ 0 ] - ( int )statTypesList[ 1 ] ) == 1 );
    }

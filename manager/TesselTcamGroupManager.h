@@ -1363,6 +1363,11 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       return tcamManagerForEntry_.get( k );
    }
    bool tcamManagerForEntryHas( U32 k ) const { return tcamManagerForEntry_.has( k ); }
+   // The owner in place, or null; valid until the next tcamManagerForEntryIs.
+   const Kiln::Ptr< TesselTcamEntryManager > *
+   tcamManagerForEntryFind( U32 k ) const {
+      return tcamManagerForEntry_.find( k );
+   }
    void
    tcamManagerForEntryIs( U32 k, const Kiln::Ptr< TesselTcamEntryManager > & v ) {
       collectionIs( tcamManagerForEntry_, k, v, &NotifieeConst::onTcamManagerForEntry );

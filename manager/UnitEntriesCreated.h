@@ -138,6 +138,9 @@ struct EntryLayout {
    bool ovidTwins = false;
    // Copies of each pipe are qualified on the ranges of that pipe.
    bool rangeModule = false;
+   // The group keeps a multicast placeholder entry (PBR groups on chips
+   // that call for it).
+   bool multicastWar = false;
 
    bool operator==( const EntryLayout & ) const = default;
    // Throws std::out_of_range for a copy the layout does not have.
