@@ -175,24 +175,31 @@ TesselTcamEntryManager::createCopy( U32 unit, U32 pipe, U32 copy, U32 & entry,
       return 0;
    }
    U32 groupId = unitRecord( unit ).layout().pipeGroupId( pipe, copy );
-   bcm_field_entry_t entryId = 0;
-   int rc;
-   if ( strategy() == tcamAllocateUnbounded_ && pipe == 0 && copy == 0 ) {
-      rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_create( unit, groupId, &entryId ),
-                               " failed to grab entry " << desc );
-      entry = static_cast< U32 >( entryId );
-   } else {
-      entryId = static_cast< bcm_field_entry_t >( getPipeEntryId( unit, pipe, entry, copy ) );
-      rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_create_id( unit, groupId, entryId ),
-                               " failed to grab entry " << desc );
+   bool learnsId = strategy() == tcamAllocateUnbounded_ && pipe == 0 && copy == 0;
+   bcm_field_entry_t entryId =
+      learnsId ? 0 : static_cast< bcm_field_entry_t >( getPipeEntryId( unit, pipe, entry, copy ) );
+   U32 prioTop = maxPrio();
+   {
+      // The copy is made and given its priority with no entity touched in
+      // between: one release serves both calls. It is counted after.
+      SdkCallRun run;
+      int rc;
+      if ( learnsId ) {
+         rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_create( unit, groupId, &entryId ),
+                                  " failed to grab entry " << desc );
+         entry = static_cast< U32 >( entryId );
+      } else {
+         rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_create_id( unit, groupId, entryId ),
+                                  " failed to grab entry " << desc );
+      }
+      if ( rc < 0 ) {
+         return rc;
+      }
+      FASTLOG( "fp entry create ", unit, groupId, static_cast< U32 >( entryId ) );
+      int defPrio = static_cast< int >( prioTop - entry ); // defaultPrio( entry ), unlocked
+      SDK_CALL_UNIT( unit, bcm_field_entry_prio_set( unit, entryId, defPrio ) );
    }
-   if ( rc < 0 ) {
-      return rc;
-   }
-   FASTLOG( "fp entry create ", unit, groupId, static_cast< U32 >( entryId ) );
    countCopy( unit, groupId, 1 );
-   int defPrio = static_cast< int >( defaultPrio( entry ) );
-   SDK_CALL_UNIT( unit, bcm_field_entry_prio_set( unit, entryId, defPrio ) );
    return 0;
 }
 

@@ -46,22 +46,26 @@ TesselTcamEntryManager::installStats( U32 unit, U32 entry, U32 tcamEntryId,
    U32 groupId = unitRecord( unit ).groupId( tcamEntryId );
    U32 entryId = tcamEntryId;
    int statsId = 0;
-   int rc = SDK_CALL_UNIT_MORE(
-      unit, bcm_field_stat_create( unit, groupId, statIdx, statTypesList, &statsId ),
-      " GroupId: " << groupId << " entryId: " << entryId << " for entry " << entry );
-   if ( rc < 0 ) {
-      return;
+   {
+      SdkCallRun run;
+      int rc = SDK_CALL_UNIT_MORE(
+         unit, bcm_field_stat_create( unit, groupId, statIdx, statTypesList, &statsId ),
+         " GroupId: " << groupId << " entryId: " << entryId << " for entry " << entry );
+      if ( rc < 0 ) {
+         return;
+      }
+      FASTLOG( "fp stat create group=", groupId, " statId=", statsId, " StatType: ",
+               FastLog::dec( U32( statTypesList[ 0 ] ) ), " types: ",
+               FastLog::dec( U32( statIdx ) ) );
+      rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_stat_attach( unit, entryId, statsId ),
+                               " GroupId: " << groupId << " entryId: " << entryId
+                                            << " statId: " << statsId );
+      if ( rc < 0 ) {
+         SDK_CALL_UNIT( unit, bcm_field_stat_destroy( unit, statsId ) );
+         return;
+      }
+      FASTLOG( "fp stat attach entry=", entryId, " statId=", statsId );
    }
-   FASTLOG( "fp stat create group=", groupId, " statId=", statsId, " StatType: ",
-            FastLog::dec( U32( statTypesList[ 0 ] ) ), " types: ", FastLog::dec( U32( statIdx ) ) );
-   rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_stat_attach( unit, entryId, statsId ),
-                            " GroupId: " << groupId << " entryId: " << entryId
-                                         << " statId: " << statsId );
-   if ( rc < 0 ) {
-      SDK_CALL_UNIT( unit, bcm_field_stat_destroy( unit, statsId ) );
-      return;
-   }
-   FASTLOG( "fp stat attach entry=", entryId, " statId=", statsId );
    unitRecord( unit ).entryStatsIs( tcamEntryId, statsId );
 }
 
@@ -76,10 +80,13 @@ TesselTcamEntryManager::removeStats( U32 unit, U32 tcamEntryId ) {
    int statsId = *stat;
    TRACE7( "Unit: " << unit << " Attempting to detach statId " << statsId << " from entry 0x"
                     << std::hex << entryId );
-   SDK_CALL_UNIT( unit, bcm_field_entry_stat_detach( unit, entryId, statsId ) );
-   FASTLOG( "fp stat detach entry=", entryId, " statId=", statsId );
-   SDK_CALL_UNIT( unit, bcm_field_stat_destroy( unit, statsId ) );
-   FASTLOG( "fp stat destroy StatId= ", statsId, " entry=", entryId );
+   {
+      SdkCallRun run;
+      SDK_CALL_UNIT( unit, bcm_field_entry_stat_detach( unit, entryId, statsId ) );
+      FASTLOG( "fp stat detach entry=", entryId, " statId=", statsId );
+      SDK_CALL_UNIT( unit, bcm_field_stat_destroy( unit, statsId ) );
+      FASTLOG( "fp stat destroy StatId= ", statsId, " entry=", entryId );
+   }
    unitRecord( unit ).entryStatsDel( entryId );
 }
 

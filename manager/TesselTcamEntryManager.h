@@ -371,7 +371,8 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    int qualifyRangeCheckers( U32 unit, U32 entry, U32 tcamEntryId, U32 pipe );
    int installLoopbackRedirect( U32 unit, U32 entry );
    void dropInstallRecords( U32 unit, U32 entry );
-   void clearCopyEvictions( U32 unit, const UnitEntriesCreated & record, U32 tcamEntryId );
+   // The copy's valid counter, whose evictions an install clears, or 0.
+   static int evictionStat( const UnitEntriesCreated & record, U32 tcamEntryId );
    // EntryRelease.cpp
    void releaseCopy( U32 unit, U32 tcamEntryId, U32 pipeGroupId, bool & freed );
    void scrubCopy( U32 unit, U32 entryId );
