@@ -226,4 +226,10 @@ operator<<( std::ostream & os, TcamGroupId value ) {
    return os << TcamGroupIdInstance::valueToStrep( value );
 }
 
+// The four mirroring ACL groups, which share slices and are counted once.
+constexpr bool
+isMirrorAclGroup( U32 groupId ) {
+   return groupId >= IFP_GROUP_MIRROR_ACL_1_ && groupId <= IFP_GROUP_MIRROR_ACL_4_;
+}
+
 } // namespace Tessel

@@ -14,11 +14,6 @@ namespace {
 // isTcamGroupDefined( HIGHEST_TCAM_GROUP_ ) reads a zero, never past the end.
 U32 groupIdToIndex[ HIGHEST_TCAM_GROUP_ + 1 ];
 
-constexpr bool
-isMirrorAclGroup( U32 groupId ) {
-   return groupId >= IFP_GROUP_MIRROR_ACL_1_ && groupId <= IFP_GROUP_MIRROR_ACL_4_;
-}
-
 } // namespace
 
 void

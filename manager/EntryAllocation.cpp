@@ -60,6 +60,12 @@ TesselTcamEntryManager::initializeGroup( U32 unit ) {
    Shim::GroupStatus status;
    if ( SDK_CALL_UNIT( unit, bcm_field_group_status_get( unit, group(), &status ) ) >= 0 ) {
       maxPrioIs( static_cast< U32 >( status.prio_max ) );
+   } else if ( maxPrio() == 0 ) {
+      // Without the group's priority range every default priority
+      // (maxPrio - entry) would be out of range: the group is unusable.
+      groupManager()->uninitializeGroup( unit, group() );
+      setExhausted( unit, true, false );
+      return false;
    }
    if ( multicastWar( unit ) ) {
       addMulticastDummy( unit );

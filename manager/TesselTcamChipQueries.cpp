@@ -13,11 +13,6 @@ constexpr U32 pipeGroupIdGroupMask = 0x00FFFFFF;
 constexpr U32 pipeGroupIdPipeShift = 24;
 constexpr U32 pipeGroupIdFlagShift = 27;
 
-bool
-isMirrorAclGroup( U32 groupId ) {
-   return groupId >= IFP_GROUP_MIRROR_ACL_1_ && groupId <= IFP_GROUP_MIRROR_ACL_4_;
-}
-
 } // namespace
 
 U32

@@ -22,11 +22,6 @@ constexpr U32 entryIdMask = 0x00FFFFFF;
 constexpr U32 entryPipeShift = 24;
 constexpr U32 entryCopyShift = 27;
 
-bool
-isMirrorAclGroup( U32 group ) {
-   return group >= IFP_GROUP_MIRROR_ACL_1_ && group <= IFP_GROUP_MIRROR_ACL_4_;
-}
-
 } // namespace
 
 TesselTcamEntryManager::TesselTcamEntryManager(

@@ -259,6 +259,8 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    bool rangeCheckersExhausted( U32 unit ) const;
    // Holds the group on the unit (creating it when needed) and reads its
    // priority range; the PBR groups get their multicast placeholder entry.
+   // False, holding nothing and the unit marked exhausted, when the group
+   // cannot be made or its priority range was never read.
    bool initializeGroup( U32 unit );
 
    // --- installation and attributes (EntryInstall.cpp) ---

@@ -24,11 +24,6 @@ namespace Tessel {
 
 namespace {
 
-bool
-isMirrorAclGroup( U32 groupId ) {
-   return groupId >= IFP_GROUP_MIRROR_ACL_1_ && groupId <= IFP_GROUP_MIRROR_ACL_4_;
-}
-
 // Creates one catalogue group on a unit (steps 4 to 8 of initializeGroup).
 class GroupCreation {
  public:

@@ -35,15 +35,17 @@ AclFeature::itemText( U32 rule ) const {
 }
 
 std::vector< FeatureEntries::Spec >
-AclFeature::specsOf( U32, U32 rule ) {
+AclFeature::specsOf( U32 unit, U32 rule ) {
    bool deny = items_[ rule ].action == AclRule::Action::deny;
-   return matchSpecs( items_[ rule ].match, rule, "acl rule " + std::to_string( rule ),
+   const Ipv4Match & match = items_[ rule ].match;
+   return matchSpecs( match, rule, "acl rule " + std::to_string( rule ),
                       [ deny ]( U32 unit, U32 entry ) {
                          return deny ? SDK_CALL_UNIT( unit, bcm_field_action_add(
                                                                unit, int( entry ),
                                                                bcmFieldActionDrop, 0, 0 ) )
                                      : 0;
-                      } );
+                      },
+                      ranges_.take( unit, match ) );
 }
 
 } // namespace Features

@@ -1,9 +1,11 @@
 // The IPv4 access list: an ordered list of 5-tuple rules, each permitting
 // or denying, installed in the "IP ACL" reservation (IFP_GROUP_IP_ACL) of
 // every unit. Rule order is priority order: the first rule wins over every
-// later one that matches the same packet. A rule whose port ranges are not
-// single prefixes takes one entry per pair of port prefixes (Ipv4Match),
-// all at the rule's priority. Deny drops; permit lets the packet go on.
+// later one that matches the same packet. A port range that is neither one
+// port nor every port goes through a range checker while the chip has them
+// (rules with the same range share one, FeatureRanges); once it has none
+// left, the rule takes one entry per pair of port prefixes (Ipv4Match), all
+// at the rule's priority. Deny drops; permit lets the packet go on.
 // Every entry counts packets and bytes while the chip has counters.
 //
 //    Features::AclFeature acl( manager );

@@ -54,6 +54,10 @@ struct LoadReport {
    U32 entries = 0;               // logical entries per unit
    U32 hardwareEntries = 0;       // SDK entries: every unit, pipe and copy
    U32 entriesWithoutCounter = 0; // the counter pool ran out for them
+   U32 rangeCheckers = 0;         // distinct range checkers held, all units
+   U32 rangesExpanded = 0;        // port ranges expanded: the chip had no checker left
+   U32 classIdPorts = 0;          // L4 ports bound to class ids, all units
+   U32 udfFields = 0;             // user-defined fields held, all units
    std::string error;             // why installing stopped; empty when it did not
    bool ok() const { return error.empty(); }
    // "1 rule", "878 rules", "2 classes".

@@ -205,6 +205,24 @@ FieldLine::mac( const std::string & key ) const {
    } );
 }
 
+std::optional< std::vector< U8 > >
+hexBytes( const std::string & text, size_t max ) {
+   if ( text.compare( 0, 2, "0x" ) || text.size() % 2 || text.size() < 4 ||
+        text.size() > 2 + 2 * max ) {
+      return std::nullopt;
+   }
+   std::vector< U8 > bytes;
+   for ( size_t i = 2; i < text.size(); i += 2 ) {
+      U32 byte = 0;
+      auto [ ptr, ec ] = std::from_chars( text.data() + i, text.data() + i + 2, byte, 16 );
+      if ( ec != std::errc() || ptr != text.data() + i + 2 ) {
+         return std::nullopt;
+      }
+      bytes.push_back( U8( byte ) );
+   }
+   return bytes;
+}
+
 void
 readFieldFile( const std::string & path,
                const std::function< void( const FieldLine & ) > & line ) {

@@ -85,6 +85,10 @@ class FieldLine {
 void readFieldFile( const std::string & path,
                     const std::function< void( const FieldLine & ) > & line );
 
+// "0x2112a442": 1 to `max` bytes, two hex digits each; nothing when the
+// text is not that.
+std::optional< std::vector< U8 > > hexBytes( const std::string & text, size_t max );
+
 // The protocol's number for a name readers accept, or nothing.
 std::optional< U8 > protocolNumber( const std::string & name );
 

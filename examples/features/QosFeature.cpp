@@ -27,7 +27,8 @@ colourOfName( const std::string & name ) {
 }
 
 QosFeature::QosFeature( const Kiln::Ptr< Tessel::TesselTcamGroupManager > & manager )
-      : PolicedFeature( manager, Tessel::policyQosIpTcamGroup_, "QoS", "class" ) {}
+      : PolicedFeature( manager, Tessel::policyQosIpTcamGroup_, "QoS", "class" ),
+        classIds_( manager ) {}
 
 QosFeature::~QosFeature() {
    release();
@@ -49,6 +50,22 @@ QosFeature::policedItems() const {
       policed += c.rate ? 1 : 0;
    }
    return policed;
+}
+
+std::string
+QosFeature::checkItems() const {
+   std::vector< std::vector< U16 > > sets;
+   for ( const QosClass & c : items_ ) {
+      sets.push_back( c.match.dstPortSet );
+   }
+   std::string error = PolicedFeature::checkItems();
+   return error.empty() ? FeatureClassIds::check( name(), sets ) : error;
+}
+
+void
+QosFeature::releaseResources() {
+   PolicedFeature::releaseResources();
+   classIds_.release();
 }
 
 int
@@ -73,9 +90,12 @@ QosFeature::specsOf( U32 unit, U32 item ) {
    if ( c.rate ) {
       policer = policers_.policer( unit, item, *c.rate, false );
    }
-   return matchSpecs( c.match, item, "qos " + c.name, [ this, &c, policer ]( U32 u, U32 entry ) {
-      return addActions( u, entry, c, policer );
-   } );
+   KeyResources resources;
+   resources.dstPortClass = classIds_.block( unit, c.match.dstPortSet );
+   return matchSpecs(
+      c.match, item, "qos " + c.name,
+      [ this, &c, policer ]( U32 u, U32 entry ) { return addActions( u, entry, c, policer ); },
+      resources );
 }
 
 } // namespace Features

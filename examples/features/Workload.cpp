@@ -81,15 +81,38 @@ readQos( const FieldLine & line, Workload & w ) {
                               readColour( line ), readRate( line ) } );
 }
 
+// "OFFSET:0xHEX": bytes at an offset from the L4 header's start.
+std::optional< UdfMatch >
+readUdf( const FieldLine & line ) {
+   std::optional< std::string > text = line.text( "udf" );
+   if ( !text ) {
+      return std::nullopt;
+   }
+   size_t colon = text->find( ':' );
+   std::string offset = text->substr( 0, colon );
+   std::optional< std::vector< U8 > > bytes =
+      colon == std::string::npos ? std::nullopt
+                                 : hexBytes( text->substr( colon + 1 ), UdfMatch::maxBytes );
+   if ( !bytes || offset.empty() || offset.size() > 3 ||
+        offset.find_first_not_of( "0123456789" ) != std::string::npos ||
+        std::stoul( offset ) > UdfMatch::maxOffset ) {
+      line.fail( "bad udf '" + *text + "' (OFFSET:0xHEX, offset 0 to " +
+                 std::to_string( UdfMatch::maxOffset ) + " from the L4 header, 1 to " +
+                 std::to_string( UdfMatch::maxBytes ) + " bytes)" );
+   }
+   return UdfMatch{ U8( std::stoul( offset ) ), *bytes };
+}
+
 void
 readMirror( const FieldLine & line, Workload & w ) {
-   expectWords( line, 1, "a session name, then match fields and port=" );
-   line.allowOnly( fieldsWith( { "port" } ), "mirror" );
+   expectWords( line, 1, "a session name, then match fields, udf= and port=" );
+   line.allowOnly( fieldsWith( { "udf", "port" } ), "mirror" );
    std::optional< U32 > port = line.number( "port", TesselTypes::maxPortCount - 1 );
    if ( !port ) {
       line.fail( "mirror session '" + line.words()[ 1 ] + "' needs port=" );
    }
-   w.mirror.push_back( MirrorRule{ line.words()[ 1 ], readIpv4Match( line ), *port } );
+   w.mirror.push_back(
+      MirrorRule{ line.words()[ 1 ], readIpv4Match( line ), *port, readUdf( line ) } );
 }
 
 } // namespace

@@ -4,11 +4,13 @@
 //   acl    permit|deny  MATCH...
 //   copp   CLASS MATCH... rate=KBIT/S burst=KBIT
 //   qos    CLASS MATCH... priority=0-7 [colour=green|yellow|red] [rate=KBIT/S burst=KBIT]
-//   mirror SESSION MATCH... port=PORT
+//   mirror SESSION MATCH... [udf=OFFSET:0xHEX] port=PORT
 //
 //   MATCH  src=A.B.C.D[/LEN] dst=A.B.C.D[/LEN] proto=tcp|udp|icmp|...|0-255
-//          sport=P[-P] dport=P[-P] dscp=0-63 in=PORT[,PORT|PORT-PORT...]
+//          sport=P[-P] dport=P[-P] | dports=P[-P][,P[-P]...] (at most 16 ports)
+//          dscp=0-63 in=PORT[,PORT|PORT-PORT...]
 //          every field optional; an omitted field matches anything
+//   udf    bytes at OFFSET (0 to 107) from the L4 header's start, 1 to 16
 //
 // Lines of one feature keep their order, which is the feature's priority
 // order (the first line wins). A bad line stops the reading with

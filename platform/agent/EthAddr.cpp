@@ -11,7 +11,7 @@ namespace Wiretype {
 
 namespace {
 
-const char kind[] = "Ethernet";
+const char ethKind[] = "Ethernet";
 
 // Parses `pieces` of up to `maxDigits` hex digits each into `bytes`, each
 // piece giving `bytesPerPiece` bytes.
@@ -22,7 +22,7 @@ parsePieces( const std::vector< std::string_view > & pieces, size_t maxDigits,
    for ( std::string_view piece : pieces ) {
       std::optional< U32 > value = Detail::parseHex( piece, maxDigits );
       if ( !value ) {
-         Detail::throwAddressError( kind, whole, "\"" + std::string( piece ) +
+         Detail::throwAddressError( ethKind, whole, "\"" + std::string( piece ) +
                                                     "\" is not 1 to " +
                                                     std::to_string( maxDigits ) + " hex digits" );
       }
@@ -42,7 +42,7 @@ EthAddr::EthAddr( std::string_view text ) {
    } else if ( dotPieces.size() == 3 && colonPieces.size() == 1 ) {
       parsePieces( dotPieces, 4, 2, bytes_, text );
    } else {
-      Detail::throwAddressError( kind, text, "expected 6 groups separated by ':' or 3 "
+      Detail::throwAddressError( ethKind, text, "expected 6 groups separated by ':' or 3 "
                                              "separated by '.'" );
    }
 }

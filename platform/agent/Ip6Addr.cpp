@@ -12,7 +12,7 @@ namespace Wiretype {
 
 namespace {
 
-const char kind[] = "IPv6";
+const char ip6Kind[] = "IPv6";
 
 // The groups of one side of "::" (or of the whole text when there is none).
 // A dotted quad may stand for the last two groups when `quadAllowed`.
@@ -26,14 +26,14 @@ parseGroups( std::string_view side, bool quadAllowed, std::string_view whole ) {
    for ( size_t i = 0; i < pieces.size(); ++i ) {
       std::string_view piece = pieces[ i ];
       if ( piece.empty() ) {
-         Detail::throwAddressError( kind, whole, "empty group (a single ':' at the start, "
+         Detail::throwAddressError( ip6Kind, whole, "empty group (a single ':' at the start, "
                                                  "at the end or next to another)" );
       }
       if ( piece.find( '.' ) != std::string_view::npos ) {
          if ( !quadAllowed || i + 1 != pieces.size() ) {
-            Detail::throwAddressError( kind, whole, "a dotted quad may only end the address" );
+            Detail::throwAddressError( ip6Kind, whole, "a dotted quad may only end the address" );
          }
-         U32 quad = Detail::parseDottedQuad( piece, kind, whole );
+         U32 quad = Detail::parseDottedQuad( piece, ip6Kind, whole );
          groups.push_back( U16( quad >> 16 ) );
          groups.push_back( U16( quad & 0xffff ) );
          continue;
@@ -41,7 +41,7 @@ parseGroups( std::string_view side, bool quadAllowed, std::string_view whole ) {
       std::optional< U32 > value = Detail::parseHex( piece, 4 );
       if ( !value ) {
          bool allHex = Detail::parseHex( piece, piece.size() ).has_value();
-         Detail::throwAddressError( kind, whole, "\"" + std::string( piece ) + "\"" +
+         Detail::throwAddressError( ip6Kind, whole, "\"" + std::string( piece ) + "\"" +
                                                     ( allHex ? " has more than 4 hex digits"
                                                              : " is not a group of hex digits" ) );
       }
@@ -54,11 +54,11 @@ parseGroups( std::string_view side, bool quadAllowed, std::string_view whole ) {
 
 Ip6Addr::Ip6Addr( std::string_view text ) {
    if ( text.empty() ) {
-      Detail::throwAddressError( kind, text, "empty text" );
+      Detail::throwAddressError( ip6Kind, text, "empty text" );
    }
    size_t gap = text.find( "::" );
    if ( gap != std::string_view::npos && text.find( "::", gap + 1 ) != std::string_view::npos ) {
-      Detail::throwAddressError( kind, text, "more than one \"::\"" );
+      Detail::throwAddressError( ip6Kind, text, "more than one \"::\"" );
    }
    bool compressed = gap != std::string_view::npos;
    std::vector< U16 > head = parseGroups( text.substr( 0, gap ), !compressed, text );
@@ -66,10 +66,10 @@ Ip6Addr::Ip6Addr( std::string_view text ) {
       compressed ? parseGroups( text.substr( gap + 2 ), true, text ) : std::vector< U16 >();
    size_t count = head.size() + tail.size();
    if ( !compressed && count != 8 ) {
-      Detail::throwAddressError( kind, text, "expected 8 groups, got " + std::to_string( count ) );
+      Detail::throwAddressError( ip6Kind, text, "expected 8 groups, got " + std::to_string( count ) );
    }
    if ( compressed && count > 7 ) {
-      Detail::throwAddressError( kind, text, "\"::\" with " + std::to_string( count ) +
+      Detail::throwAddressError( ip6Kind, text, "\"::\" with " + std::to_string( count ) +
                                                 " other groups stands for nothing" );
    }
    std::vector< U16 > groups = head;

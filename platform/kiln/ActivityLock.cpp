@@ -4,46 +4,31 @@
 
 namespace Kiln {
 
-void
-ActivityLock::lock() {
-   KILN_ASSERT_MSG( !heldByThisThread(), "activity lock taken twice by one thread" );
-   mutex_.lock();
-   owner_.store( std::this_thread::get_id(), std::memory_order_relaxed );
-}
-
 bool
 ActivityLock::tryLock() {
-   if ( heldByThisThread() || !mutex_.try_lock() ) {
+   const std::thread::id self = std::this_thread::get_id();
+   U32 expected = free_;
+   if ( owner_.load( std::memory_order_relaxed ) == self ||
+        !word_.compare_exchange_strong( expected, held_, std::memory_order_acquire,
+                                        std::memory_order_relaxed ) ) {
       return false;
    }
-   owner_.store( std::this_thread::get_id(), std::memory_order_relaxed );
+   owner_.store( self, std::memory_order_relaxed );
    return true;
 }
 
+// Marks the lock contended and sleeps until a holder gives it up; whoever
+// takes it this way leaves it marked, so its release wakes the next one.
 void
-ActivityLock::unlock() {
-   KILN_ASSERT_MSG( heldByThisThread(), "activity lock released by a thread not holding it" );
-   owner_.store( std::thread::id(), std::memory_order_relaxed );
-   mutex_.unlock();
-}
-
-UnlockAnchor::UnlockAnchor( ActivityLock & lock )
-      : lock_( lock ), released_( lock.heldByThisThread() ) {
-   if ( released_ ) {
-      lock_.unlock();
+ActivityLock::takeContended() {
+   while ( word_.exchange( contended_, std::memory_order_acquire ) != free_ ) {
+      word_.wait( contended_, std::memory_order_relaxed );
    }
 }
 
-UnlockAnchor::~UnlockAnchor() {
-   relock();
-}
-
 void
-UnlockAnchor::relock() {
-   if ( released_ ) {
-      lock_.lock();
-      released_ = false;
-   }
+ActivityLock::wakeOne() {
+   word_.notify_one();
 }
 
 ActivityUnlockAnchor::ActivityUnlockAnchor() : UnlockAnchor( lock() ) {}

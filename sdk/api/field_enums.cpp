@@ -1,5 +1,7 @@
 #include "sdk/api/field_enums.h"
 
+#include "sdk/api/NameTable.h"
+
 namespace {
 
 const char * const qualifierNames[] = {
@@ -154,12 +156,6 @@ const char * const statNames[] = {
    "DropBytes",
 };
 static_assert( sizeof( statNames ) / sizeof( statNames[ 0 ] ) == bcmFieldStatCount );
-
-template< int N >
-const char *
-nameOf( const char * const ( &table )[ N ], int value ) {
-   return ( value >= 0 && value < N ) ? table[ value ] : nullptr;
-}
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "sdk/api/field_types.h"
 
+#include "sdk/api/NameTable.h"
+
 namespace {
 
 const char * const stageNames[] = { "Ingress", "Lookup", "Egress",
@@ -30,12 +32,6 @@ static_assert( sizeof( l2FormatNames ) / sizeof( l2FormatNames[ 0 ] ) ==
 
 const char * const colorNames[] = { "Green", "Yellow", "Red" };
 static_assert( sizeof( colorNames ) / sizeof( colorNames[ 0 ] ) == bcmFieldColorCount );
-
-template< int N >
-const char *
-nameOf( const char * const ( &table )[ N ], int value ) {
-   return ( value >= 0 && value < N ) ? table[ value ] : nullptr;
-}
 
 } // namespace
 

@@ -151,6 +151,12 @@ Box::clearCallLog() {
 }
 
 void
+Box::callObserverIs( std::function< void( const CallRecord & ) > observer ) {
+   std::lock_guard< std::recursive_mutex > guard( mutex_ );
+   callObserver_ = std::move( observer );
+}
+
+void
 Box::failCall( int unit, const std::string & function, U32 nth, int rc, U32 times ) {
    std::lock_guard< std::recursive_mutex > guard( mutex_ );
    faults_.add( Fault{ unit, function, nth, rc, times } );
@@ -287,6 +293,9 @@ Box::call( const char * function, int unit, std::vector< S64 > args,
       }
    }
    log_.setResult( index, rc );
+   if ( callObserver_ ) {
+      callObserver_( log_.records()[ index ] );
+   }
    return rc;
 }
 

@@ -94,6 +94,11 @@ class Box {
    // any unit when unit is -1.
    U32 callCount( const std::string & function, int unit = -1 ) const;
    void clearCallLog();
+   // Called after every bcm_* call with its record (result filled in), under
+   // the box's lock, whether or not the log is cleared meanwhile: for
+   // recorders that must see every call in order. It must not call the SDK.
+   // An empty function removes it.
+   void callObserverIs( std::function< void( const CallRecord & ) > observer );
 
    // --- fault injection ---
    // The nth call (from 1, counted from now) of function on unit (-1: any)
@@ -142,6 +147,7 @@ class Box {
    Shim::Sdk shim_;
    Shim::Sdk * previousShim_ = nullptr;
    CallLog log_;
+   std::function< void( const CallRecord & ) > callObserver_;
    FaultPlan faults_;
    ActivityCheck activityCheck_ = ActivityCheck::off;
    Classifier classifier_ = Classifier::fast;

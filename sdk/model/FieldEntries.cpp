@@ -5,11 +5,6 @@
 
 namespace ChipModel {
 
-namespace {
-
-constexpr bcm_field_entry_t modelIdLimit = 1 << 24; // ids the SDK picks stay below
-
-} // namespace
 
 const Entry *
 FieldProcessor::entry( bcm_field_entry_t id ) const {

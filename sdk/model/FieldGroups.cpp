@@ -11,8 +11,6 @@ namespace ChipModel {
 
 namespace {
 
-constexpr bcm_field_group_t modelIdLimit = 1 << 24; // ids the SDK picks stay below
-
 bool
 flagSet( const bcm_field_group_config_t & config, U32 flag ) {
    return ( config.flags & flag ) != 0;

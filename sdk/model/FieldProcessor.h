@@ -23,6 +23,9 @@
 
 namespace ChipModel {
 
+// Group and entry ids the SDK picks itself stay below this.
+constexpr int modelIdLimit = 1 << 24;
+
 class FieldProcessor {
  public:
    explicit FieldProcessor( const Profile & profile );

@@ -53,8 +53,8 @@ TEST_F( AgentProcessTest, TheDefaultWorkloadIsCountedShownAndReleasedOnSigterm )
    EXPECT_NE( std::string::npos, denied.out.find( "=== Actions ===\nDrop\n" ) ) << denied.out;
    EXPECT_NE( std::string::npos, denied.out.find( "Packets: 2\n" ) );
    ShowRun usage = show( { "tcam", "usage", "--unit", "0", "--pipe", "0" } );
-   EXPECT_NE( std::string::npos, usage.out.find( "TCAM group 7 in PIPE 0 uses 48 entries" ) )
-      << usage.out; // 24 rules' entries, two copies each
+   EXPECT_NE( std::string::npos, usage.out.find( "TCAM group 7 in PIPE 0 uses 14 entries" ) )
+      << usage.out; // 7 rules' entries (the ranges through checkers), two copies each
 
    ShowRun capacity = show( { "capacity" } );
    EXPECT_EQ( 0, capacity.exitCode ) << capacity.err;
@@ -92,13 +92,13 @@ TEST_F( AgentProcessTest, OnceWritesWhichRuleEachPacketHitAndClaimsNoPrefix ) {
       hits.push_back( hit );
    }
    // Quarantined x2, telnet, the web server x5 and x3, a privileged port,
-   // traceroute x3; the control, QoS and DNS packets fall to "permit".
+   // traceroute x3; the control, QoS, DNS and STUN packets fall to "permit".
    std::vector< int > expected = { 0, 0, 1, 2, 2, 2, 2, 2, 3, 3, 3, 4, 5, 5, 5 };
-   expected.resize( 15 + 12 + 2 + 2 + 3 + 4 + 2 + 12 + 2, 6 );
+   expected.resize( 15 + 12 + 2 + 2 + 3 + 4 + 2 + 12 + 2 + 2 + 3, 6 );
    EXPECT_EQ( expected, hits );
    EXPECT_NE( std::string::npos,
-              run.out.find( "tessel-agent: traffic " + traffic + ": 54 packets: 54 hit ACL rules, "
-                            "19 CoPP classes, 18 QoS classes, 4 mirrored; 8 dropped, 15 to the "
+              run.out.find( "tessel-agent: traffic " + traffic + ": 59 packets: 59 hit ACL rules, "
+                            "19 CoPP classes, 20 QoS classes, 6 mirrored; 8 dropped, 15 to the "
                             "CPU, 8 red\n" ) );
    EXPECT_TRUE( gone() );
 }

@@ -147,8 +147,12 @@ TEST_F( SimulatedAgentTest, VerdictsSummaryAndHitsFile ) {
    for ( const Features::LoadReport & report : reports ) {
       ASSERT_TRUE( report.ok() ) << report.error;
    }
-   EXPECT_EQ( "ACL: 7 rules, 24 entries per unit (expansion 3.43), 192 hardware entries",
+   EXPECT_EQ( "ACL: 7 rules, 7 entries per unit (expansion 1.00), 56 hardware entries, 2 range "
+              "checkers",
               loadText( reports.front() ) );
+   EXPECT_EQ( "Mirroring: 3 rules, 3 entries per unit (expansion 1.00), 12 hardware entries, 1 "
+              "user-defined field",
+              loadText( reports.back() ) );
    TrafficPacket telnet;
    telnet.packet = ChipModel::Packet::ipv4( 1, 0x01020304, 0x05060708, 6, 1234, 23 );
    TrafficPacket ospf;

@@ -77,7 +77,8 @@ TEST_F( TrafficTest, AMistakeNamesTheLine ) {
    } cases[] = {
       { "port=1\nprot=tcp\n",
         ":2: unknown field 'prot' (a packet takes unit port vlan pri smac dmac etype src dst "
-        "proto sport dport dscp flags ttl len time count)" },
+        "proto sport dport dscp flags ttl len time payload count)" },
+      { "payload=0xabc\n", ":1: bad payload '0xabc' (0x and 1 to 64 bytes in hex)" },
       { "tcp port=1\n", ":1: 'tcp' is not a field (key=value)" },
       { "src=10.0.0.0/8\n", ":1: src of a packet is an address, not a prefix" },
       { "dport=80-81\n", ":1: dport of a packet is one port, not a range" },
@@ -106,7 +107,7 @@ TEST_F( TrafficTest, AClassBenchHeaderIsAnIpv4PacketOnTheGivenPort ) {
 }
 
 TEST_F( TrafficTest, TheShippedTrafficReads ) {
-   EXPECT_EQ( 54u, readTrafficFile( TESSEL_REPO_DIR "/examples/workloads/default.traffic" ).size() );
+   EXPECT_EQ( 59u, readTrafficFile( TESSEL_REPO_DIR "/examples/workloads/default.traffic" ).size() );
 }
 
 } // namespace

@@ -46,11 +46,6 @@ expectStageSense( const std::vector< int > & list, U32 groupId, const std::strin
 
 using Walker = const TcamQsetModDef * (*)( U32 );
 
-bool
-isMirrorAclGroup( U32 groupId ) {
-   return groupId >= IFP_GROUP_MIRROR_ACL_1_ && groupId <= IFP_GROUP_MIRROR_ACL_4_;
-}
-
 std::vector< int >
 fieldsOf( U32 groupId, int mirrorAclType = 0 ) {
    return listOf( getTcamGroupFields( groupId, mirrorAclType ), tcamGroupQualifierSlots );

@@ -8,6 +8,7 @@
 #include "examples/features/CoppFeature.h"
 #include "examples/features/MirrorFeature.h"
 #include "examples/features/QosFeature.h"
+#include "sdk/api/port.h"
 #include "sdk/model/Ports.h"
 #include "tests/manager/ManagerFixture.h"
 
@@ -55,6 +56,13 @@ class FeatureTest : public testing::TestWithParam< ProfileFacts > {
       return std::nullopt;
    }
 
+   // Hardware ranges behind one range checker of the IP ACL group.
+   U32
+   rangesPerChecker() const {
+      const ChipModel::Profile & profile = m.box.unit( 0 ).profile();
+      return profile.has( BCM_INFO_CAP_RANGE_MODULE ) ? GetParam().ingressPipes : 1;
+   }
+
    ManagerBox m;
 };
 
@@ -68,13 +76,15 @@ TEST_P( FeatureTest, TheFirstAclRuleWinsDenyDropsAndCountersCountPerRule ) {
    };
    LoadReport report = acl.install( rules );
    ASSERT_TRUE( report.ok() ) << report.error;
-   // 1000-1999: 1000-1007, 1008-1023, 1024-1535, 1536-1791, 1792-1919,
-   // 1920-1983, 1984-1999.
-   U32 entries = 1 + 7 + 1;
+   // 1000-1999 is one entry through a range checker: a hardware range in
+   // every pipe the group spans on range-module chips, one on the others.
+   U32 entries = 3;
    EXPECT_EQ( entries, report.entries );
+   EXPECT_EQ( 1u, report.rangeCheckers );
    U32 copies = acl.entries().copiesPerEntry( 0 );
    EXPECT_EQ( entries * copies, report.hardwareEntries );
    EXPECT_EQ( before.entries + entries * copies, m.box.counts( 0 ).entries );
+   EXPECT_EQ( before.ranges + rangesPerChecker(), m.box.counts( 0 ).ranges );
 
    struct Packet {
       U32 src;
@@ -82,8 +92,9 @@ TEST_P( FeatureTest, TheFirstAclRuleWinsDenyDropsAndCountersCountPerRule ) {
       U32 rule;
       bool dropped;
    } packets[] = { { 0x0a010203, 1500, 0, true },   // rule 0 shadows rule 1
-                   { 0x0a020001, 1500, 1, false },
+                   { 0x0a020001, 1000, 1, false },
                    { 0x0a020001, 1999, 1, false },
+                   { 0x0a020001, 999, 2, true },
                    { 0x0a020001, 2000, 2, true },
                    { 0x0b000001, 1500, 2, true } };
    for ( const Packet & p : packets ) {
@@ -93,12 +104,115 @@ TEST_P( FeatureTest, TheFirstAclRuleWinsDenyDropsAndCountersCountPerRule ) {
    }
    EXPECT_EQ( 1u, acl.itemPackets( 0, 0 ) );
    EXPECT_EQ( 2u, acl.itemPackets( 0, 1 ) );
-   EXPECT_EQ( 2u, acl.itemPackets( 0, 2 ) );
+   EXPECT_EQ( 3u, acl.itemPackets( 0, 2 ) );
 
    acl.release();
    EXPECT_EQ( before, m.box.counts( 0 ) );
    EXPECT_TRUE( acl.items().empty() );
    EXPECT_FALSE( hitOf( acl, send( 0x0a010203, 6, 1500 ) ) );
+}
+
+// More distinct ranges than the chip has checkers: the rules that come
+// too late expand into prefixes, and every rule still classifies at both
+// ends of its range and not just outside. Rules sharing a range share its
+// checker; the last release gives every checker back.
+TEST_P( FeatureTest, AclRangesExpandOnceTheChipHasNoCheckerLeft ) {
+   ChipModel::ObjectCounts before = m.box.counts( 0 );
+   U32 checkers = m.box.unit( 0 ).profile().rangeCheckers;
+   AclFeature acl( m.manager );
+   std::vector< AclRule > rules;
+   auto rangeOf = []( U32 rule ) {
+      return PortRange{ U16( 100 * rule + 1 ), U16( 100 * rule + 50 ) }; // 8 prefixes
+   };
+   for ( U32 rule = 0; rule < checkers + 3; ++rule ) {
+      rules.push_back( { AclRule::Action::permit, matchOf( 0, 0, 6, rangeOf( rule ) ) } );
+   }
+   rules.push_back( { AclRule::Action::deny, matchOf( 0, 0, 17, rangeOf( 0 ) ) } ); // shares
+   LoadReport report = acl.install( rules );
+   ASSERT_TRUE( report.ok() ) << report.error;
+   EXPECT_EQ( checkers, report.rangeCheckers );
+   EXPECT_EQ( 3u, report.rangesExpanded );
+   EXPECT_EQ( checkers + 1 + 3 * 8, report.entries );
+   EXPECT_EQ( before.ranges + checkers * rangesPerChecker(), m.box.counts( 0 ).ranges );
+   EXPECT_TRUE( acl.entries().entryManager()->rangeCheckersExhausted( 0 ) );
+   for ( U32 rule = 0; rule < checkers + 3; ++rule ) {
+      PortRange range = rangeOf( rule );
+      EXPECT_EQ( std::optional< U32 >( rule ), hitOf( acl, send( 1, 6, range.low ) ) ) << rule;
+      EXPECT_EQ( std::optional< U32 >( rule ), hitOf( acl, send( 1, 6, range.high ) ) ) << rule;
+      EXPECT_FALSE( hitOf( acl, send( 1, 6, U16( range.low - 1 ) ) ) ) << rule;
+      EXPECT_FALSE( hitOf( acl, send( 1, 6, U16( range.high + 1 ) ) ) ) << rule;
+   }
+   EXPECT_EQ( std::optional< U32 >( checkers + 3 ), hitOf( acl, send( 1, 17, 50 ) ) );
+   acl.release();
+   EXPECT_EQ( before, m.box.counts( 0 ) ) << m.box.counts( 0 ).text();
+   EXPECT_FALSE( acl.entries().entryManager()->rangeCheckersExhausted( 0 ) );
+}
+
+// Chips with the compression stage bind the set's ports to a block of
+// class ids and match it in one entry; the others take one per port.
+TEST_P( FeatureTest, QosPortSetsUseClassIdsWhereTheChipCompresses ) {
+   ChipModel::ObjectCounts before = m.box.counts( 0 );
+   QosFeature qos( m.manager );
+   Ipv4Match media = matchOf( 0, 0, 17 );
+   media.dstPortSet = { 5004, 5006, 16384 };
+   LoadReport report = qos.install( { { "media", media, 6, std::nullopt, std::nullopt } } );
+   ASSERT_TRUE( report.ok() ) << report.error;
+   bool compress = GetParam().compressionGroups;
+   EXPECT_EQ( compress ? 1u : 3u, report.entries );
+   EXPECT_EQ( compress ? 3u : 0u, report.classIdPorts );
+   EXPECT_EQ( compress ? 3u : 0u, m.manager->l4DstPortClassIdCollection().size() );
+   for ( U16 port : { 5004, 5006, 16384 } ) {
+      EXPECT_EQ( std::optional< U32 >( 0 ), hitOf( qos, send( 1, 17, port ) ) ) << port;
+   }
+   for ( U16 port : { 5005, 16385, 0 } ) { // 16385 would take the block's unbound fourth id
+      EXPECT_FALSE( hitOf( qos, send( 1, 17, port ) ) ) << port;
+   }
+   qos.release();
+   EXPECT_EQ( before, m.box.counts( 0 ) ) << m.box.counts( 0 ).text();
+   EXPECT_TRUE( m.manager->l4DstPortClassIdCollection().empty() );
+
+   Ipv4Match other = media;
+   other.dstPortSet = { 5006, 5008 };
+   EXPECT_EQ( "QoS: port 5006 is in two different port sets; a port maps to one class id",
+              qos.install( { { "media", media, 6, std::nullopt, std::nullopt },
+                             { "other", other, 5, std::nullopt, std::nullopt } } )
+                 .error );
+   EXPECT_EQ( before, m.box.counts( 0 ) );
+}
+
+// A mirroring rule on bytes of the UDP payload: the field is taken for the
+// group before its first entry and given back after the last; a field the
+// group's width cannot take refuses the rules with nothing left behind.
+TEST_P( FeatureTest, MirroringMatchesAUserDefinedFieldAndGivesItBack ) {
+   ChipModel::ObjectCounts before = m.box.counts( 0 );
+   MirrorFeature mirror( m.manager );
+   UdfMatch cookie{ 12, { 0x21, 0x12, 0xa4, 0x42 } };
+   MirrorRule stun{ "stun", matchOf( 0, 0, 17 ), 9, cookie };
+   LoadReport report = mirror.install( { stun } );
+   ASSERT_TRUE( report.ok() ) << report.error;
+   EXPECT_EQ( 1u, report.udfFields );
+   ChipModel::ObjectCounts held = m.box.counts( 0 );
+   EXPECT_LT( before.dataQualifiers + before.udfObjects + before.chunks,
+              held.dataQualifiers + held.udfObjects + held.chunks );
+   ChipModel::Packet p = ChipModel::Packet::ipv4( port(), 1, 2, 17, 40000, 3478 );
+   p.payload = { 0, 1, 0, 0, 0x21, 0x12, 0xa4, 0x42 }; // the cookie 12 bytes into UDP
+   EXPECT_EQ( std::optional< U32 >( 0 ), hitOf( mirror, m.box.send( 0, p ) ) );
+   p.payload[ 7 ] = 0x43;
+   EXPECT_FALSE( hitOf( mirror, m.box.send( 0, p ) ) );
+   mirror.release();
+   EXPECT_EQ( before, m.box.counts( 0 ) ) << m.box.counts( 0 ).text();
+   EXPECT_TRUE( m.manager->ipAclUdfCollection().empty() );
+
+   // Three 16-byte fields: the group's 32 bytes take two.
+   std::vector< MirrorRule > wide;
+   for ( U8 offset : { 8, 24, 40 } ) {
+      wide.push_back( { "w", matchOf( 0, 0, 17 ), 9, UdfMatch{ offset, std::vector< U8 >( 16, 1 ) } } );
+   }
+   EXPECT_EQ( "Mirroring: udf=40 with 16 bytes on unit 0: the chip has no user-defined field left "
+              "for it (or the group's key no room)",
+              mirror.install( wide ).error );
+   EXPECT_EQ( before, m.box.counts( 0 ) ) << m.box.counts( 0 ).text();
+   EXPECT_TRUE( m.manager->ipAclUdfCollection().empty() );
 }
 
 TEST_P( FeatureTest, InstallingAgainReplacesTheRules ) {
@@ -215,7 +329,7 @@ TEST_P( FeatureTest, QosSetsPriorityColourAndColoursAboveItsRate ) {
 TEST_P( FeatureTest, MirroringDeclaresItsGroupIpv4AndWithdrawsIt ) {
    ChipModel::ObjectCounts before = m.box.counts( 0 );
    MirrorFeature mirror( m.manager );
-   ASSERT_TRUE( mirror.install( { { "dns", matchOf( 0, 0, 17, { 53, 53 } ), 9 } } ).ok() );
+   ASSERT_TRUE( mirror.install( { { "dns", matchOf( 0, 0, 17, { 53, 53 } ), 9, std::nullopt } } ).ok() );
    EXPECT_TRUE( m.manager->groupMirroringAclValid( IFP_GROUP_MIRROR_ACL_1_ ) );
    EXPECT_EQ( 1, m.manager->groupMirroringAclType( IFP_GROUP_MIRROR_ACL_1_ ) );
    ChipModel::LookupResult result = send( 0x01020304, 17, 53 );

@@ -31,8 +31,8 @@ TEST( WorkloadFile, EveryFeatureInFileOrderWithItsFields ) {
          "   acl permit   # everything\n"
          "copp bgp proto=tcp dport=179 rate=512 burst=64\n"
          "qos voice dscp=46 priority=7 colour=yellow rate=100 burst=10\n"
-         "qos bulk dscp=8 priority=1\n"
-         "mirror dns proto=udp dport=53 port=16\n";
+         "qos bulk dscp=8 priority=1 dports=5000-5001,53\n"
+         "mirror dns proto=udp dport=53 udf=12:0x2112A442 port=16\n";
    Workload w = readWorkloadFile( dir.file( "w" ) );
    ASSERT_EQ( 2u, w.acl.size() );
    const Ipv4Match & m = w.acl[ 0 ].match;
@@ -62,6 +62,9 @@ TEST( WorkloadFile, EveryFeatureInFileOrderWithItsFields ) {
    EXPECT_FALSE( w.qos[ 1 ].rate );
    ASSERT_EQ( 1u, w.mirror.size() );
    EXPECT_EQ( 16u, w.mirror[ 0 ].port );
+   EXPECT_EQ( ( std::vector< U16 >{ 53, 5000, 5001 } ), w.qos[ 1 ].match.dstPortSet );
+   ASSERT_TRUE( w.mirror[ 0 ].udf );
+   EXPECT_EQ( "12:0x2112a442", w.mirror[ 0 ].udf->text() );
    EXPECT_EQ( 6u, w.size() );
 }
 
@@ -84,7 +87,7 @@ TEST( WorkloadFile, AMistakeNamesFileLineAndWhat ) {
       { "acl", "w:3: acl takes permit or deny, then match fields" },
       { "acl deny extra", "w:3: acl takes permit or deny, then match fields" },
       { "acl deny dprt=22",
-        "w:3: unknown field 'dprt' (acl takes src dst proto sport dport dscp in)" },
+        "w:3: unknown field 'dprt' (acl takes src dst proto sport dport dports dscp in)" },
       { "acl deny dport=22 dport=23", "w:3: field 'dport' given twice" },
       { "acl deny dport=22 tcp", "w:3: 'tcp' is not a field (key=value); plain words come first" },
       { "acl deny dport=", "w:3: field 'dport=' needs a key and a value" },
@@ -100,12 +103,22 @@ TEST( WorkloadFile, AMistakeNamesFileLineAndWhat ) {
       { "copp bgp proto=tcp", "w:3: copp class 'bgp' needs rate= and burst=" },
       { "copp bgp rate=10", "w:3: rate= and burst= go together (kbit/s and kbit)" },
       { "copp bgp priority=3 rate=1 burst=1",
-        "w:3: unknown field 'priority' (copp takes src dst proto sport dport dscp in rate burst)" },
+        "w:3: unknown field 'priority' (copp takes src dst proto sport dport dports dscp in rate "
+        "burst)" },
       { "qos voice dscp=46", "w:3: qos class 'voice' needs priority=" },
       { "qos voice priority=8", "w:3: bad priority '8' (a number 0 to 7)" },
       { "qos voice priority=1 colour=blue", "w:3: bad colour 'blue' (green, yellow or red)" },
       { "mirror s1 proto=udp", "w:3: mirror session 's1' needs port=" },
-      { "mirror proto=udp port=3", "w:3: mirror takes a session name, then match fields and port=" },
+      { "mirror proto=udp port=3",
+        "w:3: mirror takes a session name, then match fields, udf= and port=" },
+      { "qos m priority=1 dport=5 dports=6", "w:3: dport= and dports= do not go together" },
+      { "qos m priority=1 dports=5,x", "w:3: bad dports '5,x' (L4 ports 0 to 65535, as 53,5000-5003)" },
+      { "qos m priority=1 dports=1-17", "w:3: bad dports '1-17' (L4 ports 0 to 65535, as 53,5000-5003)" },
+      { "qos m priority=1 dports=1-16,20", "w:3: bad dports '1-16,20': 1 to 16 ports" },
+      { "mirror s port=1 udf=108:0x01",
+        "w:3: bad udf '108:0x01' (OFFSET:0xHEX, offset 0 to 107 from the L4 header, 1 to 16 bytes)" },
+      { "mirror s port=1 udf=8:0x1",
+        "w:3: bad udf '8:0x1' (OFFSET:0xHEX, offset 0 to 107 from the L4 header, 1 to 16 bytes)" },
    };
    for ( const Case & c : cases ) {
       EXPECT_EQ( c.error, errorOf( c.line ) ) << c.line;
@@ -154,6 +167,12 @@ TEST( Ipv4Keys, PortRangesMultiplyAndCoverExactly ) {
             << sport << " " << dport;
       }
    }
+   // A range a checker holds, or a set class ids hold, takes one row.
+   EXPECT_EQ( 2u, ipv4Keys( match, KeyResources{ 7, 0, std::nullopt } ).size() );
+   EXPECT_EQ( 1u, ipv4Keys( match, KeyResources{ 7, 8, std::nullopt } ).size() );
+   match.dstPortSet = { 53, 80, 443 };
+   EXPECT_EQ( 18u, ipv4Keys( match ).size() );
+   EXPECT_EQ( 6u, ipv4Keys( match, KeyResources{ 0, 0, ClassMatch{ 64, 0xfc } } ).size() );
 }
 
 } // namespace

@@ -14,6 +14,9 @@
 
 namespace ManagerTest {
 
+// The destination address the entry tests match and send to.
+constexpr U32 dst = 0x0a000001;
+
 class EntryBox : public ManagerBox {
  public:
    using ManagerBox::ManagerBox;

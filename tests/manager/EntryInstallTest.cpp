@@ -11,8 +11,6 @@
 namespace ManagerTest {
 namespace {
 
-constexpr U32 dst = 0x0a000001;
-
 class EntryPortsTest : public testing::TestWithParam< ProfileFacts > {
  protected:
    // Pipe 0 and the farthest of pipes 1 and 2 the chip has.

@@ -10,7 +10,6 @@
 namespace ManagerTest {
 namespace {
 
-constexpr U32 dst = 0x0a000001;
 constexpr U32 twin = 0x01000064; // pipe 1 of entry 100
 
 class OvidWarTest : public testing::Test {

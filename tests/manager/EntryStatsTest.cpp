@@ -9,8 +9,6 @@
 namespace ManagerTest {
 namespace {
 
-constexpr U32 dst = 0x0a000001;
-
 Kiln::Ptr< StatTypes >
 statTypes( std::initializer_list< bcm_field_stat_t > types ) {
    Kiln::Ptr< StatTypes > list = new StatTypes( "types" );

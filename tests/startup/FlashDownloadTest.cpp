@@ -13,7 +13,7 @@
 
 using namespace StartupTest;
 using Agent::StageSequencer;
-using Tessel::TesselTcamFlashDownloadSm;
+using ::Tessel::TesselTcamFlashDownloadSm;
 using ::testing::ElementsAre;
 
 namespace {

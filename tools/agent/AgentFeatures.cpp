@@ -144,6 +144,16 @@ loadText( const LoadReport & r ) {
    std::string text = r.feature + ": " + r.itemsText( r.items ) + ", " +
                       std::to_string( r.entries ) + " entries per unit (expansion " + expansion +
                       "), " + std::to_string( r.hardwareEntries ) + " hardware entries";
+   auto add = [ &text ]( U32 count, const std::string & one, const std::string & many ) {
+      if ( count ) {
+         text += ", " + std::to_string( count ) + " " + ( count == 1 ? one : many );
+      }
+   };
+   add( r.rangeCheckers, "range checker", "range checkers" );
+   add( r.rangesExpanded, "port range expanded (no checker left)",
+        "port ranges expanded (no checker left)" );
+   add( r.classIdPorts, "port bound to a class id", "ports bound to class ids" );
+   add( r.udfFields, "user-defined field", "user-defined fields" );
    if ( r.entriesWithoutCounter ) {
       text += "; " + std::to_string( r.entriesWithoutCounter ) +
               " entries without counters (the counter pool ran out)";

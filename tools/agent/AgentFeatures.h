@@ -84,7 +84,8 @@ class AgentFeatures {
    Features::MirrorFeature mirror_;
 };
 
-// "ACL: 6 rules, 8 entries per unit (expansion 1.33), 64 hardware entries"
+// "ACL: 6 rules, 8 entries per unit (expansion 1.33), 64 hardware entries, 2 range
+// checkers", with the ranges expanded when the chip had no checker left.
 std::string loadText( const Features::LoadReport & report );
 
 // Writes one line per verdict: the ACL rule's index, or -1. The error's

@@ -11,7 +11,9 @@ namespace {
 
 const std::vector< std::string > packetFields = {
    "unit", "port", "vlan", "pri",  "smac",  "dmac",  "etype", "src",  "dst", "proto",
-   "sport", "dport", "dscp", "flags", "ttl", "len", "time", "count" };
+   "sport", "dport", "dscp", "flags", "ttl", "len", "time", "payload", "count" };
+
+constexpr size_t maxPayload = 64;
 
 constexpr U32 maxCount = 100000;
 
@@ -71,6 +73,14 @@ readPacket( const FieldLine & line, U32 & count ) {
    set( p.ttl, line.number( "ttl", 255 ) );
    set( p.length, line.number( "len", 16383 ) );
    set( p.timeUs, line.number( "time", 0xffffffff ) );
+   if ( auto payload = line.text( "payload" ) ) {
+      std::optional< std::vector< U8 > > bytes = Features::hexBytes( *payload, maxPayload );
+      if ( !bytes ) {
+         line.fail( "bad payload '" + *payload + "' (0x and 1 to " + std::to_string( maxPayload ) +
+                    " bytes in hex)" );
+      }
+      p.payload = *bytes;
+   }
    count = line.number( "count", maxCount ).value_or( 1 );
    if ( count == 0 ) {
       line.fail( "bad count '0' (1 to " + std::to_string( maxCount ) + ")" );

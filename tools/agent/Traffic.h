@@ -13,6 +13,7 @@
 //   sport=0 dport=0 dscp=0 flags=0 (TCP flags) ttl=64
 //   len=0             frame length counters and meters see; 0: the built frame's
 //   time=0            arrival time in microseconds, for policers
+//   payload=0x...     bytes after the L4 header (1 to 64); none by default
 //   count=1           the line stands for this many packets (1 to 100000)
 //
 // A bad line stops the reading with "<file>:<line>: <what>".

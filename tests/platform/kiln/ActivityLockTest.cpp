@@ -2,8 +2,10 @@
 
 #include "platform/kiln/Activity.h"
 
+#include <chrono>
 #include <future>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -36,6 +38,35 @@ TEST( ActivityLock, HeldByThisThreadIsExactPerThread ) {
    EXPECT_FALSE( lock.heldByThisThread() );
    done.set_value();
    holder.join();
+}
+
+// Threads that find the lock taken sleep and are woken by its release:
+// every increment made under the lock survives, none is lost to a race.
+TEST( ActivityLock, ExcludesAndWakesEveryWaiter ) {
+   Kiln::ActivityLock lock;
+   U32 count = 0;
+   constexpr U32 threads = 4;
+   constexpr U32 rounds = 20000;
+   std::vector< std::thread > workers;
+   lock.lock(); // all start blocked, so the sleeping path is taken
+   for ( U32 t = 0; t < threads; ++t ) {
+      workers.emplace_back( [ & ] {
+         for ( U32 i = 0; i < rounds; ++i ) {
+            Kiln::ActivityLockGuard guard( lock );
+            ++count;
+            if ( i % 1000 == 0 ) {
+               std::this_thread::yield(); // hold it a while: others queue up
+            }
+         }
+      } );
+   }
+   std::this_thread::sleep_for( std::chrono::milliseconds( 10 ) );
+   lock.unlock();
+   for ( std::thread & worker : workers ) {
+      worker.join();
+   }
+   Kiln::ActivityLockGuard guard( lock );
+   EXPECT_EQ( count, threads * rounds );
 }
 
 TEST( ActivityLock, ProcessLockIsOneObject ) {
