@@ -1,6 +1,7 @@
 // The operator's capacity table: order, alignment, percentages, and the
 // warning boundary.
 #include "startup/TesselTcamCapacityView.h"
+#include "tests/common/Thrown.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -109,11 +110,7 @@ TEST( CapacityView, TheThresholdIsConfigurableAndChecked ) {
    EXPECT_TRUE( tcamCapacityWarnings( rows ).empty() ); // a full slice is not a full stage
    EXPECT_EQ( 2u, tcamCapacityWarnings( rows, 0 ).size() );
    EXPECT_TRUE( tcamCapacityWarnings( { row( 0, "IFP", "", 10, 0, 10 ) }, 100 ).empty() );
-   try {
-      renderTesselTcamCapacity( rows, 101 );
-      ADD_FAILURE() << "a threshold above 100% was taken";
-   } catch ( const std::invalid_argument & error ) {
-      EXPECT_STREQ( "capacity warning threshold must be 0 to 100 percent, not 101",
-                    error.what() );
-   }
+   EXPECT_EQ( "capacity warning threshold must be 0 to 100 percent, not 101",
+              TestText::thrownText< std::invalid_argument >(
+                 [ & ] { renderTesselTcamCapacity( rows, 101 ); } ) );
 }

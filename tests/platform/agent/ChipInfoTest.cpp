@@ -5,6 +5,7 @@
 #include "platform/kiln/Collection.h"
 #include "platform/kiln/Entity.h"
 #include "platform/kiln/ValueText.h"
+#include "tests/common/Thrown.h"
 
 #include <functional>
 #include <string>
@@ -128,12 +129,8 @@ TEST( ChipInfo, BadTextAndBadPipeCountsAreRefused ) {
 
    ChipInfo info;
    EXPECT_EQ( 1u, info.numPipes() );
-   try {
-      info.numPipesIs( 0 );
-      FAIL() << "0 pipes accepted";
-   } catch ( const Kiln::RangeException & e ) {
-      EXPECT_STREQ( "ChipInfo::numPipes < 1 or > 8 not allowed", e.what() );
-   }
+   EXPECT_EQ( "ChipInfo::numPipes < 1 or > 8 not allowed",
+              TestText::thrownText< Kiln::RangeException >( [ & ] { info.numPipesIs( 0 ); } ) );
    EXPECT_EQ( 1u, info.numPipes() );
 }
 
