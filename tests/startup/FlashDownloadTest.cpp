@@ -133,19 +133,6 @@ TEST_P( FlashDownload, ProgramsEveryUnitOnceInOrderWithTheStartupFlags ) {
               lines[ 4 ] );
 }
 
-TEST_P( FlashDownload, StagedEntriesHitOnlyAfterTheProgram ) {
-   installIfpEntry( box, 1, 7 );
-   EXPECT_FALSE( packetHits( box, 1, 7 ) );
-   stages->start();
-   EXPECT_FALSE( packetHits( box, 1, 7 ) ); // request 4 alone is not enough
-   othersReady( *scsd );
-   EXPECT_TRUE( packetHits( box, 1, 7 ) );
-   EXPECT_EQ( 0u, box.unit( 1 ).commitFlags() ); // a cold start
-   // Later installs take effect at once.
-   installIfpEntry( box, 2, 9 );
-   EXPECT_TRUE( packetHits( box, 2, 9 ) );
-}
-
 TEST_P( FlashDownload, WaitsForTheLastRequiredFlagWhicheverComesLast ) {
    scsd->flashDownloadWaitIs( Agent::tcamFlashDownloadReqChipInit, true );
    stages->start();
