@@ -151,31 +151,17 @@ TEST_F( ShowIntegrationTest, BankSummaryRawSlicesAndReservations ) {
 }
 
 TEST_F( ShowIntegrationTest, AnEntryDecoded ) {
-   expectOutput( { "tcam", "entry", "0x2", "--unit", "1" }, R"(
-=== TCAM entry information for test-switch; entry ID: 0x2 (2) ===
-   Group: 7
-
-=== Qualifiers ===
-SrcIp:
-   data: 10.0.0.1
-   mask: 255.255.255.255
-L4DstPort:
-   data: 0x51 (81)
-   mask: 0xffff (65535)
-IpProtocol:
-   data: 0x6 (6)
-   mask: 0xff (255)
-qualifier with ID 27 is unknown
-   (Ttl)
-
-=== Actions ===
-Drop
-
-=== Statistics ===
-Counters: 
-   Packets: 2
-   Bytes: 128
-)" );
+   // The decoding is the entry dump's (its own tests pin every line); here
+   // the agent's entry, counters included, reaches the command line.
+   ShowRun entry = show( { "tcam", "entry", "0x2", "--unit", "1" } );
+   EXPECT_EQ( 0, entry.exitCode ) << entry.err;
+   EXPECT_EQ( 0u, entry.out.find( "\n=== TCAM entry information for test-switch; entry ID: 0x2 "
+                                  "(2) ===\n   Group: 7\n\n=== Qualifiers ===\nSrcIp:\n"
+                                  "   data: 10.0.0.1\n" ) )
+      << entry.out;
+   EXPECT_NE( std::string::npos, entry.out.find( "L4DstPort:\n   data: 0x51 (81)\n" ) );
+   EXPECT_TRUE( entry.out.ends_with( "\n=== Actions ===\nDrop\n\n=== Statistics ===\n"
+                                     "Counters: \n   Packets: 2\n   Bytes: 128\n" ) );
    ShowRun missing = show( { "tcam", "entry", "77" } );
    EXPECT_EQ( 0, missing.exitCode );
    EXPECT_NE( std::string::npos, missing.out.find( "entry 0x4d (77) not found.\n" ) );
