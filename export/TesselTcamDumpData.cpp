@@ -149,9 +149,7 @@ TesselTcamGroupManager::dumpData( const Kiln::Ptr< GroupManagerVaultRequest > & 
       pipeFilter = pipeId;
    }
    DumpRows rows = rowsOf( t );
-   // Only the groups table shows the chip's free counts.
-   FreeCounts freeCounts = t.groups ? FreeCounts::read : FreeCounts::skip;
-   for ( const GroupUsage & group : groupUsageOfUnit( *this, unit, freeCounts ) ) {
+   for ( const GroupUsage & group : groupUsageOfUnit( *this, unit ) ) {
       if ( stageOfGroup( group.groupId ) != stageId ||
            ( pipeFilter && group.perPipe && group.pipe != *pipeFilter ) ) {
          continue;

@@ -156,7 +156,7 @@ class VaultMount : public Parent {
       return true;
    }
    // Rows for the next stagedRowsCommit(), emptied by it (also when it
-   // throws). The vector keeps
+   // throws); one dump at a time stages them. The vector keeps
    // its memory, so refilling a table of the same size allocates nothing.
    std::vector< Record > & stagedRows() { return staged_; }
    // Makes the table hold exactly the staged rows, in their order, in one

@@ -64,7 +64,7 @@ reservationRowsOfGroup( U32 groupId ) {
 } // namespace
 
 std::vector< GroupUsage >
-groupUsageOfUnit( TesselTcamGroupManager & manager, U32 unit, FreeCounts freeCounts ) {
+groupUsageOfUnit( TesselTcamGroupManager & manager, U32 unit ) {
    std::vector< GroupUsage > groups;
    for ( const auto & [ key, counts ] : manager.groupCountsCollection() ) {
       if ( !counts->unitRefCountHas( unit ) ) {
@@ -74,9 +74,7 @@ groupUsageOfUnit( TesselTcamGroupManager & manager, U32 unit, FreeCounts freeCou
       int groupId = static_cast< int >( key.pipeGroupId );
       bcm_field_group_status_t status;
       bcm_field_group_status_t_init( &status );
-      if ( freeCounts == FreeCounts::read ) {
-         SDK_CALL_CHECKED( bcm_field_group_status_get( unit, groupId, &status ) );
-      }
+      SDK_CALL_CHECKED( bcm_field_group_status_get( unit, groupId, &status ) );
       if ( key.pipeGroupId & copyBit ) {
          continue;
       }

@@ -27,17 +27,11 @@ struct GroupUsage {
    U32 freeEntries = 0;  // the SDK's free count (halved with twins)
 };
 
-// Whether a walk reads the SDK's status of the groups (freeEntries); only
-// what shows free counts needs it.
-enum class FreeCounts { read, skip };
-
-// The pipe groups of the unit in key order, copies (bit 27) left out. With
-// FreeCounts::read the SDK's status is read for every pipe group the unit
-// holds, copies included, with the activity lock released; a failing read
-// is fatal. With FreeCounts::skip no SDK call is made and freeEntries is 0.
-TESSEL_EXPORT std::vector< GroupUsage >
-groupUsageOfUnit( TesselTcamGroupManager & manager, U32 unit,
-                  FreeCounts freeCounts = FreeCounts::read );
+// The pipe groups of the unit in key order, copies (bit 27) left out. The
+// SDK's status is read for every pipe group the unit holds, copies
+// included, with the activity lock released; a failing read is fatal.
+TESSEL_EXPORT std::vector< GroupUsage > groupUsageOfUnit( TesselTcamGroupManager & manager,
+                                                          U32 unit );
 
 // A reservation row of a group with entries allocated on a unit.
 struct ReservationUse {

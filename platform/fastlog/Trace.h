@@ -77,8 +77,18 @@ class TraceWriter {
 
 } // namespace FastLog
 
-#define TRACE_CHANNEL( name )                                                      \
-   static ::FastLog::TraceChannel fastLogTraceChannel_( name )
+// The file's channel object. A unity build compiles several files as one, so
+// the build defines TESSEL_UNITY_ID per file and each file's channel gets a
+// name of its own.
+#define FASTLOG_PASTE_( a, b ) a##b
+#define FASTLOG_PASTE( a, b ) FASTLOG_PASTE_( a, b )
+#ifdef TESSEL_UNITY_ID
+#define TRACE_FILE_CHANNEL FASTLOG_PASTE( fastLogTraceChannel_, TESSEL_UNITY_ID )
+#else
+#define TRACE_FILE_CHANNEL fastLogTraceChannel_
+#endif
+
+#define TRACE_CHANNEL( name ) static ::FastLog::TraceChannel TRACE_FILE_CHANNEL( name )
 
 #define TRACE_CH_ON( channel, level )                                              \
    ( __builtin_expect( ( channel ).enabled( level ), 0 ) )
@@ -93,14 +103,14 @@ class TraceWriter {
       }                                                                            \
    } while ( 0 )
 
-#define TRACE_ON( level ) TRACE_CH_ON( fastLogTraceChannel_, level )
-#define TRACE0( ... ) TRACE_CH( fastLogTraceChannel_, 0, __VA_ARGS__ )
-#define TRACE1( ... ) TRACE_CH( fastLogTraceChannel_, 1, __VA_ARGS__ )
-#define TRACE2( ... ) TRACE_CH( fastLogTraceChannel_, 2, __VA_ARGS__ )
-#define TRACE3( ... ) TRACE_CH( fastLogTraceChannel_, 3, __VA_ARGS__ )
-#define TRACE4( ... ) TRACE_CH( fastLogTraceChannel_, 4, __VA_ARGS__ )
-#define TRACE5( ... ) TRACE_CH( fastLogTraceChannel_, 5, __VA_ARGS__ )
-#define TRACE6( ... ) TRACE_CH( fastLogTraceChannel_, 6, __VA_ARGS__ )
-#define TRACE7( ... ) TRACE_CH( fastLogTraceChannel_, 7, __VA_ARGS__ )
-#define TRACE8( ... ) TRACE_CH( fastLogTraceChannel_, 8, __VA_ARGS__ )
-#define TRACE9( ... ) TRACE_CH( fastLogTraceChannel_, 9, __VA_ARGS__ )
+#define TRACE_ON( level ) TRACE_CH_ON( TRACE_FILE_CHANNEL, level )
+#define TRACE0( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 0, __VA_ARGS__ )
+#define TRACE1( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 1, __VA_ARGS__ )
+#define TRACE2( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 2, __VA_ARGS__ )
+#define TRACE3( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 3, __VA_ARGS__ )
+#define TRACE4( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 4, __VA_ARGS__ )
+#define TRACE5( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 5, __VA_ARGS__ )
+#define TRACE6( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 6, __VA_ARGS__ )
+#define TRACE7( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 7, __VA_ARGS__ )
+#define TRACE8( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 8, __VA_ARGS__ )
+#define TRACE9( ... ) TRACE_CH( TRACE_FILE_CHANNEL, 9, __VA_ARGS__ )

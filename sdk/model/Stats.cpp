@@ -69,6 +69,7 @@ CounterPools::allocate( U32 count ) {
             counters_[ pool ][ taken ] = Counter{};
             counters_[ pool ][ taken ].used = true;
          }
+         used_ += count;
          return std::make_pair( pool, found );
       }
    }
@@ -78,7 +79,9 @@ CounterPools::allocate( U32 count ) {
 void
 CounterPools::release( U32 pool, const std::vector< U32 > & indices ) {
    for ( U32 index : indices ) {
-      counters_.at( pool ).at( index ) = Counter{};
+      Counter & counter = counters_.at( pool ).at( index );
+      used_ -= counter.used ? 1 : 0;
+      counter = Counter{};
       firstFree_[ pool ] = std::min( firstFree_[ pool ], index );
    }
 }
@@ -89,16 +92,6 @@ CounterPools::at( U32 pool, U32 index ) {
       return nullptr;
    }
    return &counters_[ pool ][ index ];
-}
-
-U32
-CounterPools::free() const {
-   U32 free = 0;
-   for ( const auto & pool : counters_ ) {
-      free += static_cast< U32 >( std::count_if(
-         pool.begin(), pool.end(), []( const Counter & c ) { return !c.used; } ) );
-   }
-   return free;
 }
 
 bool

@@ -38,11 +38,12 @@ class CounterPools {
    void release( U32 pool, const std::vector< U32 > & indices );
    Counter * at( U32 pool, U32 index );
    U32 total() const { return pools_ * perPool_; }
-   U32 free() const;
+   U32 free() const { return total() - used_; }
 
  private:
    U32 pools_;
    U32 perPool_;
+   U32 used_ = 0; // kept, since the group status asks for it on every read
    std::vector< std::vector< Counter > > counters_;
    // Per pool: every index below it is in use, so searches start there and
    // a pool filled in order costs no rescanning.

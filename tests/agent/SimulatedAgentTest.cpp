@@ -118,23 +118,6 @@ TEST_P( AgentStopTest, NothingOfTheLibraryIsLeftInTheChip ) {
 INSTANTIATE_TEST_SUITE_P( Profiles, AgentStopTest,
                           testing::Values( "single", "trident3", "thx", "th3" ) );
 
-TEST_F( SimulatedAgentTest, WithoutServingNoPrefixIsClaimed ) {
-   SimulatedAgent quiet( settings( { "thx" }, false ) );
-   quiet.start();
-   EXPECT_EQ( nullptr, quiet.server() );
-   EXPECT_TRUE( Vault::listSegments( prefix ).empty() );
-   EXPECT_TRUE( quiet.flashDownload()->performedFlashDownload() );
-}
-
-TEST_F( SimulatedAgentTest, AnUnknownProfileIsNamedWithTheKnownOnes ) {
-   try {
-      SimulatedAgent agent( settings( { "thx", "quartz" } ) );
-      ADD_FAILURE() << "an unknown profile was accepted";
-   } catch ( const std::invalid_argument & e ) {
-      EXPECT_NE( std::string::npos, std::string( e.what() ).find( "quartz" ) ) << e.what();
-   }
-}
-
 // What the agent reports of a packet, and the hits file made of it.
 TEST_F( SimulatedAgentTest, VerdictsSummaryAndHitsFile ) {
    SimulatedAgent agent( settings( { "thx" }, false ) );

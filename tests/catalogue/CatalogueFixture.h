@@ -11,6 +11,7 @@
 
 #include "catalogue/TesselTcamGroups.h"
 #include "sdk/shim/Shim.h"
+#include "tests/common/RegexText.h"
 
 namespace CatalogueTest {
 
@@ -71,18 +72,8 @@ forbiddenIn( Tessel::TcamStageTypes stage ) {
 // TesselTcamGroups.cpp, whatever its line.
 inline std::string
 assertionReport( std::string_view signature, std::string_view text ) {
-   auto escaped = []( std::string_view raw ) {
-      std::string out;
-      for ( char c : raw ) {
-         if ( std::string_view( "\\^$.|?*+()[]{}" ).find( c ) != std::string_view::npos ) {
-            out += '\\';
-         }
-         out += c;
-      }
-      return out;
-   };
-   return "TesselTcamGroups\\.cpp:[0-9]+: " + escaped( signature ) + ": Assertion '" +
-          escaped( text ) + "' failed\\.";
+   return "TesselTcamGroups\\.cpp:[0-9]+: " + TestText::literalRegex( signature ) +
+          ": Assertion '" + TestText::literalRegex( text ) + "' failed\\.";
 }
 
 inline std::string

@@ -57,27 +57,17 @@ TEST( EnumText, NamesAreTheEnumeratorsWithoutTheirUnderscore ) {
    EXPECT_EQ( "tcamAllocateAtBeginning stageTypeLookup IFP_GROUP_IP_ACL 93", os.str() );
 }
 
-TEST( EnumText, ConstantsAndValueFunctionsCompareWithNumbers ) {
-   static_assert( tcamAllocateUnbounded() == 0u && tcamAllocateOnDemand_ == 1u );
-   static_assert( tcamAllocateAsChunk() == tcamAllocateAsChunk_ );
-   static_assert( tcamAllocateAtBeginning_ == 3u );
-   static_assert( stageTypeIngress() == 0u && stageTypeLookup_ == 1u &&
-                  stageTypeEgress() == 2u );
-   U32 groupId = 86;
-   EXPECT_TRUE( groupId == HIGHEST_TCAM_GROUP_ );
-   EXPECT_TRUE( groupId > IFP_INVALID_GROUP_ && groupId < COMPRESS_GROUP_L4_SRC_PORT_ );
-   EXPECT_EQ( 115u, condiutP4RtPuntGroupReserved_ );
-}
-
 TEST( GroupStage, ComesFromTheGroupPrefix ) {
-   EXPECT_EQ( stageTypeIngress_, getGroupStage( IFP_INVALID_GROUP_ ) );
-   EXPECT_EQ( stageTypeIngress_, getGroupStage( IFP_GROUP_EVPN_MULTIHOMING_ ) );
-   EXPECT_EQ( stageTypeEgress_, getGroupStage( EFP_GROUP_MAC_ACL_ ) );
-   EXPECT_EQ( stageTypeEgress_, getGroupStage( EFP_GROUP_ECN_COUNT_ ) );
-   EXPECT_EQ( stageTypeLookup_, getGroupStage( VFP_GROUP_IP_ACL_ ) );
-   EXPECT_EQ( stageTypeLookup_, getGroupStage( VFP_GROUP_CONDUIT_P4RT_VRF_ ) );
-   EXPECT_EQ( stageTypeIngress_, getGroupStage( COMPRESS_GROUP_L4_SRC_PORT_ ) );
-   EXPECT_EQ( stageTypeIngress_, getGroupStage( COMPRESS_GROUP_ETHER_TYPE_ ) );
+   const std::pair< U32, TcamStageTypes > cases[] = {
+      { IFP_INVALID_GROUP_, stageTypeIngress_ },  { IFP_GROUP_EVPN_MULTIHOMING_, stageTypeIngress_ },
+      { EFP_GROUP_MAC_ACL_, stageTypeEgress_ },   { EFP_GROUP_ECN_COUNT_, stageTypeEgress_ },
+      { VFP_GROUP_IP_ACL_, stageTypeLookup_ },    { VFP_GROUP_CONDUIT_P4RT_VRF_, stageTypeLookup_ },
+      { COMPRESS_GROUP_L4_SRC_PORT_, stageTypeIngress_ },
+      { COMPRESS_GROUP_ETHER_TYPE_, stageTypeIngress_ },
+   };
+   for ( const auto & [ group, stage ] : cases ) {
+      EXPECT_EQ( stage, getGroupStage( group ) ) << TcamGroupId( group );
+   }
    const char * signature = "Tessel::TcamStageTypes Tessel::getGroupStage(U32)";
    EXPECT_DEATH( getGroupStage( HIGHEST_TCAM_GROUP_ ),
                  assertionReport( signature, "group has no stage" ) );

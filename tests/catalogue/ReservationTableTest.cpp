@@ -108,10 +108,6 @@ TEST_F( Reservations, CountsFitTheirStrategies ) {
                                          "Conduit ipv6-vlan-only Group-Low",
                                          "Conduit ipv6-proto-only Group-Low" } ),
               unboundedWithCount );
-   const TcamReservation & mlag = *getTcamReservation( 80 );
-   EXPECT_STREQ( "MLAG EGRESS", mlag.name );
-   EXPECT_EQ( tcamAllocateOnDemand_, mlag.strategy );
-   EXPECT_EQ( 0, mlag.count );
 }
 
 TEST_F( Reservations, FlagsMarkTheirFeatureFamilies ) {

@@ -86,37 +86,21 @@ TCAM group 74 uses 0 entries and can use up to 512 more.
 TEST_F( ShowIntegrationTest, UsageOfOneUnitOnePipeOrEveryUnit ) {
    expectOutput( { "tcam", "usage", "--unit", "1" }, usageUnit1 );
    // The packets came in on pipe 0: pipe 1's copies saw none.
-   expectOutput( { "tcam", "usage", "detail", "--unit", "0", "--pipe", "1" },
-                 R"(=== TCAM detail for switch test-switch ===
-TCAM group 2 in PIPE 1 uses 47 entries and can use up to 1489 more.
-  Mlag control traffic reserves 4 entries (0 used).
-  HELM traffic reserves 6 entries (0 used).
-  L3 Control Priority reserves 28 entries (0 used).
-  IGMP Snooping Flooding reserves 8 entries (0 used).
-  L4 MicroBfd traffic reserves 1 entries (0 used).
-TCAM group 3 in PIPE 1 uses 2 entries and can use up to 1534 more.
-  Dot1x traffic reserves 2 entries (0 used).
-TCAM group 4 in PIPE 1 uses 2 entries and can use up to 1534 more.
-  ARP Request Inspection reserves 2 entries (0 used).
-TCAM group 5 in PIPE 1 uses 2 entries and can use up to 1534 more.
-  ARP Reply Inspection reserves 2 entries (0 used).
-TCAM group 6 in PIPE 1 uses 104 entries and can use up to 664 more.
-  ACL Management reserves 6 entries (0 used).
-  Vxlan Traffic reserves 29 entries (0 used).
-  L2 Control Priority reserves 11 entries (0 used).
-  Storm Control Management reserves 2 entries (0 used).
-  L3 Routing reserves 52 entries (0 used).
-  ACL Port Blocking Rules reserves 4 entries (0 used).
+   ShowRun pipe1 = show( { "tcam", "usage", "detail", "--unit", "0", "--pipe", "1" } );
+   EXPECT_EQ( 0u, pipe1.out.find( "=== TCAM detail for switch test-switch ===\n"
+                                  "TCAM group 2 in PIPE 1 uses 47 entries and can use up to 1489 "
+                                  "more.\n  Mlag control traffic reserves 4 entries (0 used).\n" ) )
+      << pipe1.out;
+   EXPECT_NE( std::string::npos, pipe1.out.find( R"(
 TCAM group 7 in PIPE 1 uses 6 entries and can use up to 1533 more.
   IP ACL uses 6 entries.
     1                     0 hits - acl rule 0
     2                     0 hits - acl rule 1
     3                     0 hits - acl rule 2
 TCAM group 8 in PIPE 1 uses 0 entries and can use up to 1536 more.
-TCAM group 25 in PIPE 1 uses 0 entries and can use up to 1536 more.
-TCAM group 60 uses 0 entries and can use up to 1024 more.
-TCAM group 74 uses 0 entries and can use up to 1024 more.
-)" );
+)" ) ) << pipe1.out;
+   EXPECT_TRUE(
+      pipe1.out.ends_with( "TCAM group 74 uses 0 entries and can use up to 1024 more.\n" ) );
    ShowRun single = show( { "tcam", "usage", "detail", "--unit", "1" } );
    EXPECT_NE( std::string::npos, single.out.find( R"(
 TCAM group 7 uses 3 entries and can use up to 125 more.
@@ -167,31 +151,17 @@ TEST_F( ShowIntegrationTest, BankSummaryRawSlicesAndReservations ) {
 }
 
 TEST_F( ShowIntegrationTest, AnEntryDecoded ) {
-   expectOutput( { "tcam", "entry", "0x2", "--unit", "1" }, R"(
-=== TCAM entry information for test-switch; entry ID: 0x2 (2) ===
-   Group: 7
-
-=== Qualifiers ===
-SrcIp:
-   data: 10.0.0.1
-   mask: 255.255.255.255
-L4DstPort:
-   data: 0x51 (81)
-   mask: 0xffff (65535)
-IpProtocol:
-   data: 0x6 (6)
-   mask: 0xff (255)
-qualifier with ID 27 is unknown
-   (Ttl)
-
-=== Actions ===
-Drop
-
-=== Statistics ===
-Counters: 
-   Packets: 2
-   Bytes: 128
-)" );
+   // The decoding is the entry dump's (its own tests pin every line); here
+   // the agent's entry, counters included, reaches the command line.
+   ShowRun entry = show( { "tcam", "entry", "0x2", "--unit", "1" } );
+   EXPECT_EQ( 0, entry.exitCode ) << entry.err;
+   EXPECT_EQ( 0u, entry.out.find( "\n=== TCAM entry information for test-switch; entry ID: 0x2 "
+                                  "(2) ===\n   Group: 7\n\n=== Qualifiers ===\nSrcIp:\n"
+                                  "   data: 10.0.0.1\n" ) )
+      << entry.out;
+   EXPECT_NE( std::string::npos, entry.out.find( "L4DstPort:\n   data: 0x51 (81)\n" ) );
+   EXPECT_TRUE( entry.out.ends_with( "\n=== Actions ===\nDrop\n\n=== Statistics ===\n"
+                                     "Counters: \n   Packets: 2\n   Bytes: 128\n" ) );
    ShowRun missing = show( { "tcam", "entry", "77" } );
    EXPECT_EQ( 0, missing.exitCode );
    EXPECT_NE( std::string::npos, missing.out.find( "entry 0x4d (77) not found.\n" ) );
@@ -302,25 +272,20 @@ TEST_F( ShowIntegrationTest, JsonOfTablesAndReports ) {
 }
 
 TEST_F( ShowIntegrationTest, ExitCodesAndMessagesForWhatDoesNotExist ) {
-   ShowRun unit = show( { "tcam", "groups", "--unit", "9" } );
-   EXPECT_EQ( 6, unit.exitCode );
-   EXPECT_EQ( "tessel-show: unit 9 is not known to the agent\n", unit.err );
-   EXPECT_EQ( "", unit.out );
-   ShowRun pipe = show( { "tcam", "groups", "--unit", "1", "--pipe", "1" } );
-   EXPECT_EQ( 6, pipe.exitCode );
-   EXPECT_EQ( "tessel-show: stage 0 of unit 1 has no pipe 1\n", pipe.err );
-   ShowRun stage = show( { "tcam", "features", "--stage", "4" } );
-   EXPECT_EQ( 6, stage.exitCode );
-   EXPECT_EQ( "tessel-show: unit 0 has no stage 4\n", stage.err );
-   ShowRun reportUnit = show( { "tcam", "summary", "--unit", "5" } );
-   EXPECT_EQ( 6, reportUnit.exitCode );
-   EXPECT_EQ( "tessel-show: unit 5 is not known to the agent\n", reportUnit.err );
-   ShowRun reportPipe = show( { "tcam", "usage", "--unit", "1", "--pipe", "3" } );
-   EXPECT_EQ( 6, reportPipe.exitCode );
-   EXPECT_EQ( "tessel-show: unit 1 has no pipe 3\n", reportPipe.err );
-   ShowRun stages = show( { "tcam", "stages", "--unit", "4" } );
-   EXPECT_EQ( 6, stages.exitCode );
-   EXPECT_EQ( "tessel-show: unit 4 is not known to the agent\n", stages.err );
+   const std::pair< std::vector< std::string >, std::string > cases[] = {
+      { { "tcam", "groups", "--unit", "9" }, "unit 9 is not known to the agent" },
+      { { "tcam", "groups", "--unit", "1", "--pipe", "1" }, "stage 0 of unit 1 has no pipe 1" },
+      { { "tcam", "features", "--stage", "4" }, "unit 0 has no stage 4" },
+      { { "tcam", "summary", "--unit", "5" }, "unit 5 is not known to the agent" },
+      { { "tcam", "usage", "--unit", "1", "--pipe", "3" }, "unit 1 has no pipe 3" },
+      { { "tcam", "stages", "--unit", "4" }, "unit 4 is not known to the agent" },
+   };
+   for ( const auto & [ args, error ] : cases ) {
+      ShowRun run = show( args );
+      EXPECT_EQ( 6, run.exitCode ) << error;
+      EXPECT_EQ( "tessel-show: " + error + "\n", run.err );
+      EXPECT_EQ( "", run.out );
+   }
 }
 
 TEST_F( ShowIntegrationTest, CommandLineMistakesAndHelp ) {

@@ -157,16 +157,4 @@ givesBack( const SiteCall & call ) {
    return false;
 }
 
-std::string
-literalRegex( const std::string & text ) {
-   std::string out;
-   for ( char c : text ) {
-      if ( std::string( "\\^$.|?*+()[]{}" ).find( c ) != std::string::npos ) {
-         out += '\\';
-      }
-      out += c;
-   }
-   return out;
-}
-
 } // namespace Proof

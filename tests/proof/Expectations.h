@@ -29,7 +29,4 @@ Expected expectedOutcome( const SiteCall & call, int rc, U32 chunkGroup );
 // release fail, or it makes a compression group that class ids need.
 bool givesBack( const SiteCall & call );
 
-// `text` as a regular expression matching it literally.
-std::string literalRegex( const std::string & text );
-
 } // namespace Proof

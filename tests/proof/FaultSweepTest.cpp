@@ -20,6 +20,7 @@
 #include "catalogue/TcamGroupId.h"
 #include "platform/fastlog/TraceSink.h"
 #include "sdk/api/error.h"
+#include "tests/common/RegexText.h"
 #include "tests/platform/vault/VaultTestSupport.h"
 #include "tests/proof/Expectations.h"
 #include "tests/proof/ProofScenario.h"
@@ -145,7 +146,7 @@ class FaultSweep : public testing::TestWithParam< std::string > {
          Carried carried;
          if ( expected.fatal ) {
             EXPECT_DEATH( runFaulted( GetParam(), site, rc, prefix ),
-                          literalRegex( expected.death ) );
+                          TestText::literalRegex( expected.death ) );
          } else if ( givesBack( site ) ) {
             // What could not be given back stays in the chip, and a later
             // release that needs it gone (a checker an entry still uses)

@@ -84,37 +84,6 @@ TEST_P( PolicerTest, OnePolicerPerPipeWithDerivedIds ) {
    EXPECT_EQ( 0u, m.box.counts( 0 ).policers );
 }
 
-// Each pipe's copy of an entry takes its pipe's policer; a burst sent into
-// every pipe is cut at the burst size in each of them, independently.
-TEST_P( PolicerTest, APolicerMetersTheTrafficOfEveryPipe ) {
-   U32 base = m.manager->createPolicer( 0, dropRedConfig( 1000 ) );
-   ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_QOS_ ) );
-   std::vector< DropEntry > entries;
-   for ( U32 pipe = 0; pipe < modelPipes(); ++pipe ) {
-      U32 pipeGroup = m.manager->getPipeGroupId( 0, pipe, 0, IFP_GROUP_QOS_ );
-      bcm_field_entry_t entry = 0;
-      ASSERT_EQ( BCM_E_NONE, m.sdk( [ & ] {
-                    return bcm_field_entry_create( 0, int( pipeGroup ), &entry );
-                 } ) );
-      int pipePolicer = int( m.manager->getPipePolicerId( 0, pipe, base ) );
-      ASSERT_EQ( BCM_E_NONE, m.sdk( [ & ] {
-                    return bcm_field_entry_policer_attach( 0, entry, 0, pipePolicer ) +
-                           bcm_field_entry_install( 0, entry );
-                 } ) );
-      EXPECT_EQ( std::optional< U32 >( pipe ), policer( U32( pipePolicer ) )->pipe );
-   }
-   for ( U32 pipe = 0; pipe < modelPipes(); ++pipe ) {
-      U32 passed = 0;
-      for ( int i = 0; i < 20; ++i ) {
-         ChipModel::Packet p = udpWith( portOfPipe( m, pipe ), {} );
-         p.length = 100; // 800 bits: ten fit the 8000-bit burst
-         p.timeUs = 1000;
-         passed += m.box.send( 0, p ).dropped ? 0 : 1;
-      }
-      EXPECT_EQ( 10u, passed ) << "pipe " << pipe;
-   }
-}
-
 // The entry manager gives each copy of an entry its own pipe's policer, so
 // every pipe meters its own traffic; detaching lets the policers go.
 TEST_P( PolicerTest, AnEntryTakesEachPipesPolicerAndGivesThemBack ) {

@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/fastlog/TraceConfig.h"
+#include "tests/common/Thrown.h"
 
 namespace ResourceTest {
 namespace {
@@ -202,12 +203,9 @@ TEST_P( UdfTest, AFieldBeyondTheUnitsWidthIsRefused ) {
 
 TEST_P( UdfTest, BoundsAreCheckedBeforeAnythingIsProgrammed ) {
    auto refused = [ & ]( U8 offset, U8 length, UdfOffsetBase base, const char * text ) {
-      try {
-         u.first->getAclUdf( 0, Acl::ipv6_, noEthType, base, offset, length );
-         ADD_FAILURE() << "accepted";
-      } catch ( const Kiln::RangeException & e ) {
-         EXPECT_STREQ( text, e.what() );
-      }
+      EXPECT_EQ( text, TestText::thrownText< Kiln::RangeException >( [ & ] {
+                    u.first->getAclUdf( 0, Acl::ipv6_, noEthType, base, offset, length );
+                 } ) );
    };
    u.m.box.clearCallLog();
    refused( 0, 0, UdfBaseL3HeaderStart, "UdfUnitSpec::length < 1 or > 16 not allowed" );

@@ -95,6 +95,7 @@ class FlashDownload : public ::testing::TestWithParam< std::string > {
 
 TEST_P( FlashDownload, ProgramsEveryUnitOnceInOrderWithTheStartupFlags ) {
    scsd->hitlessStartupIs( true );
+   scsd->lacpDrainNeededIs( true );
    scsd->skipTcamFlashDownloadIs( true );
    othersReady( *scsd );
    EXPECT_THAT( commits(), ElementsAre( 0u, 0u, 0u ) ); // the stage has not run yet
@@ -103,7 +104,8 @@ TEST_P( FlashDownload, ProgramsEveryUnitOnceInOrderWithTheStartupFlags ) {
    EXPECT_THAT( commits(), ElementsAre( 1u, 1u, 1u ) );
    for ( U32 unit = 0; unit < units; ++unit ) {
       EXPECT_FALSE( box.unit( unit ).staged() );
-      EXPECT_EQ( U32( BCM_FIELD_COMMIT_HITLESS | BCM_FIELD_COMMIT_SKIP_DOWNLOAD ),
+      EXPECT_EQ( U32( BCM_FIELD_COMMIT_HITLESS | BCM_FIELD_COMMIT_LACP_DRAIN |
+                      BCM_FIELD_COMMIT_SKIP_DOWNLOAD ),
                  box.unit( unit ).commitFlags() );
    }
    std::vector< int > order;
@@ -121,19 +123,14 @@ TEST_P( FlashDownload, ProgramsEveryUnitOnceInOrderWithTheStartupFlags ) {
    EXPECT_THAT( watcher.seen, ElementsAre( "Programming TCAMs Start after 0",
                                            "Programming TCAMs Complete after 3" ) );
    EXPECT_EQ( "TesselTcamFlashDownloadSm", history->records().front().source.str() );
-}
-
-TEST_P( FlashDownload, StagedEntriesHitOnlyAfterTheProgram ) {
-   installIfpEntry( box, 1, 7 );
-   EXPECT_FALSE( packetHits( box, 1, 7 ) );
-   stages->start();
-   EXPECT_FALSE( packetHits( box, 1, 7 ) ); // request 4 alone is not enough
-   othersReady( *scsd );
-   EXPECT_TRUE( packetHits( box, 1, 7 ) );
-   EXPECT_EQ( 0u, box.unit( 1 ).commitFlags() ); // a cold start
-   // Later installs take effect at once.
-   installIfpEntry( box, 2, 9 );
-   EXPECT_TRUE( packetHits( box, 2, 9 ) );
+   std::vector< std::string > lines = matching( traces( "TesselTcamFlashDownload" ),
+                                                "Ready to program: 1|Programming TCAMs|DoTcam.*" );
+   ASSERT_EQ( 2 + units, lines.size() );
+   EXPECT_EQ( "Ready to program: 1", lines[ 0 ] );
+   EXPECT_EQ( "Programming TCAMs", lines[ 1 ] );
+   EXPECT_EQ( "DoTcamFlashProgram unit 2 hitlessStartup: 1 lacpDrainNeeded: 1 "
+              "skipTcamFlashDownload: 1",
+              lines[ 4 ] );
 }
 
 TEST_P( FlashDownload, WaitsForTheLastRequiredFlagWhicheverComesLast ) {
@@ -205,32 +202,15 @@ TEST_P( FlashDownload, SdkErrorsDoNotStopTheOtherUnitsNorTheStage ) {
    EXPECT_EQ( 3u, box.callCount( "bcm_field_tcam_commit" ) );
 }
 
+// Units marked not to program, and units the start-up state does not list.
 TEST_P( FlashDownload, UnitsNotToProgramAreSkipped ) {
    scsd->doNotProgramUnitIs( 1 );
-   othersReady( *scsd );
-   stages->start();
-   EXPECT_THAT( commits(), ElementsAre( 1u, 0u, 1u ) );
-   EXPECT_EQ( 0u, box.callCount( "bcm_field_tcam_commit", 1 ) );
-   EXPECT_EQ( StageSequencer::stageComplete, stages->stageStatus( stage ) );
-}
-
-TEST_P( FlashDownload, TracesTheDecisionAndEachUnitsFlags ) {
-   scsd->lacpDrainNeededIs( true );
-   scsd->hitlessStartupIs( true );
    scsd->unitDel( 2 );
    othersReady( *scsd );
    stages->start();
-   std::vector< std::string > lines = matching( traces( "TesselTcamFlashDownload" ),
-                                                "Ready to program: 1|Programming TCAMs|DoTcam.*" );
-   EXPECT_THAT( lines,
-                ElementsAre( "Ready to program: 1", "Programming TCAMs",
-                             "DoTcamFlashProgram unit 0 hitlessStartup: 1 lacpDrainNeeded: 1 "
-                             "skipTcamFlashDownload: 0",
-                             "DoTcamFlashProgram unit 1 hitlessStartup: 1 lacpDrainNeeded: 1 "
-                             "skipTcamFlashDownload: 0" ) );
-   EXPECT_EQ( U32( BCM_FIELD_COMMIT_HITLESS | BCM_FIELD_COMMIT_LACP_DRAIN ),
-              box.unit( 0 ).commitFlags() );
-   EXPECT_EQ( 0u, box.unit( 2 ).commits() ); // not a unit of the start-up state
+   EXPECT_THAT( commits(), ElementsAre( 1u, 0u, 0u ) );
+   EXPECT_EQ( 0u, box.callCount( "bcm_field_tcam_commit", 1 ) );
+   EXPECT_EQ( StageSequencer::stageComplete, stages->stageStatus( stage ) );
 }
 
 // A flag that changes while the download runs (the lock is released around

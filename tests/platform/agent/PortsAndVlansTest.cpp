@@ -4,6 +4,7 @@
 #include "platform/agent/VlanState.h"
 #include "platform/kiln/BoundedIndex.h"
 #include "platform/kiln/ValueText.h"
+#include "tests/common/Thrown.h"
 
 #include <random>
 #include <string>
@@ -54,12 +55,8 @@ TEST( PortList, PortsAreASetAndInvalidPortsAreRefused ) {
    std::unordered_set< TesselPortList > lists{ a, b, TesselPortList{ 40, 3 } };
    EXPECT_EQ( 2u, lists.size() );
 
-   try {
-      a.portIs( 224 );
-      FAIL() << "port 224 accepted";
-   } catch ( const Kiln::RangeException & e ) {
-      EXPECT_STREQ( "TesselPortList: port 224 is above the highest port 223", e.what() );
-   }
+   EXPECT_EQ( "TesselPortList: port 224 is above the highest port 223",
+              TestText::thrownText< Kiln::RangeException >( [ & ] { a.portIs( 224 ); } ) );
    EXPECT_EQ( ( std::vector< U32 >{ 3, 40 } ), a.ports() ); // unchanged
    EXPECT_THROW( ( TesselPortList{ 1, 4294967295u } ), Kiln::RangeException );
 }
@@ -117,13 +114,9 @@ TEST_F( Vlans, AVlanWithoutUntaggedPortsHasNoEntry ) {
 
 TEST_F( Vlans, InvalidVlanIdsAreRefused ) {
    for ( U16 vlan : { U16( 0 ), U16( 4095 ) } ) {
-      try {
-         vlans->untaggedPortIs( vlan, 1 );
-         FAIL() << "VLAN " << vlan << " accepted";
-      } catch ( const Kiln::RangeException & e ) {
-         EXPECT_EQ( "VlanState: VLAN id " + std::to_string( vlan ) + " is outside 1 to 4094",
-                    std::string( e.what() ) );
-      }
+      EXPECT_EQ( "VlanState: VLAN id " + std::to_string( vlan ) + " is outside 1 to 4094",
+                 TestText::thrownText< Kiln::RangeException >(
+                    [ & ] { vlans->untaggedPortIs( vlan, 1 ); } ) );
    }
    EXPECT_THROW( vlans->untaggedPortsIs( 4095, TesselPortList{ 1 } ), Kiln::RangeException );
    vlans->untaggedPortIs( 4094, 1 );

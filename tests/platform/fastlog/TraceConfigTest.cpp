@@ -16,7 +16,7 @@ using ::testing::HasSubstr;
 namespace {
 
 TRACE_CHANNEL( "TesselTcam" );
-FastLog::TraceChannel bcmFpCmdTrace( "bcmFpCmd" );
+FastLog::TraceChannel bcmFpCmdChannel( "bcmFpCmd" );
 // Registered when the library had already read TESSEL_TRACE: the child
 // process below checks that it took the variable's levels.
 FastLog::TraceChannel envChildTrace( "EnvChildChannel" );
@@ -26,16 +26,16 @@ class TraceLevelsTest : public FastLogTest::TraceTest {};
 TEST_F( TraceLevelsTest, LastMatchingRuleWinsAndOtherChannelsStayOff ) {
    FastLog::traceLevelsIs( "Tessel*", TraceLevels::all() );
    FastLog::traceLevelsIs( "TesselTcam", TraceLevels::upTo( 2 ) );
-   EXPECT_EQ( TraceLevels::upTo( 2 ), fastLogTraceChannel_.levels() );
+   EXPECT_EQ( TraceLevels::upTo( 2 ), TRACE_FILE_CHANNEL.levels() );
    EXPECT_TRUE( TRACE_ON( 2 ) );
    EXPECT_FALSE( TRACE_ON( 3 ) );
    EXPECT_EQ( TraceLevels::all(), FastLog::traceLevels( "TesselTcamShow" ) );
-   EXPECT_EQ( TraceLevels::none(), bcmFpCmdTrace.levels() );
+   EXPECT_EQ( TraceLevels::none(), bcmFpCmdChannel.levels() );
 
    // A later broad rule overrides the narrow one again.
    FastLog::traceLevelsIs( "*", TraceLevels::only( 9 ) );
-   EXPECT_EQ( TraceLevels::only( 9 ), fastLogTraceChannel_.levels() );
-   EXPECT_EQ( TraceLevels::only( 9 ), bcmFpCmdTrace.levels() );
+   EXPECT_EQ( TraceLevels::only( 9 ), TRACE_FILE_CHANNEL.levels() );
+   EXPECT_EQ( TraceLevels::only( 9 ), bcmFpCmdChannel.levels() );
 }
 
 TEST_F( TraceLevelsTest, SettingAPatternAgainReplacesItsRule ) {
@@ -44,7 +44,7 @@ TEST_F( TraceLevelsTest, SettingAPatternAgainReplacesItsRule ) {
    FastLog::traceLevelsIs( "bcmFpCmd", TraceLevels::none() );
    ASSERT_EQ( 2u, FastLog::traceRules().size() );
    EXPECT_EQ( "Tessel*", FastLog::traceRules()[ 0 ].pattern );
-   EXPECT_EQ( TraceLevels::none(), bcmFpCmdTrace.levels() );
+   EXPECT_EQ( TraceLevels::none(), bcmFpCmdChannel.levels() );
 }
 
 TEST_F( TraceLevelsTest, ChannelsMadeLaterTakeEarlierRulesAndShareLevels ) {
@@ -66,16 +66,16 @@ TEST_F( TraceLevelsTest, ResetTurnsEverythingOff ) {
    FastLog::traceLevelsIs( "*", TraceLevels::all() );
    FastLog::traceLevelsReset();
    EXPECT_TRUE( FastLog::traceRules().empty() );
-   EXPECT_EQ( TraceLevels::none(), fastLogTraceChannel_.levels() );
+   EXPECT_EQ( TraceLevels::none(), TRACE_FILE_CHANNEL.levels() );
 }
 
 TEST_F( TraceLevelsTest, ScopePutsBackWhatWasThere ) {
    FastLog::traceLevelsIs( "bcmFpCmd", TraceLevels::only( 4 ) );
    {
       FastLog::TraceLevelsScope scope( "bcmFpCmd", TraceLevels::all() );
-      EXPECT_EQ( TraceLevels::all(), bcmFpCmdTrace.levels() );
+      EXPECT_EQ( TraceLevels::all(), bcmFpCmdChannel.levels() );
    }
-   EXPECT_EQ( TraceLevels::only( 4 ), bcmFpCmdTrace.levels() );
+   EXPECT_EQ( TraceLevels::only( 4 ), bcmFpCmdChannel.levels() );
    EXPECT_EQ( 1u, FastLog::traceRules().size() );
 }
 
@@ -117,12 +117,12 @@ class TraceConfigTextTest : public FastLogTest::TraceTest {};
 TEST_F( TraceConfigTextTest, ItemsApplyInOrder ) {
    const auto errors = FastLog::traceConfigIs( " bcmFpCmd/4 , Tessel*/0-9,TesselTcam/0-2+7,,Other " );
    EXPECT_TRUE( errors.empty() );
-   EXPECT_EQ( TraceLevels::only( 4 ), bcmFpCmdTrace.levels() );
-   EXPECT_EQ( TraceLevels::upTo( 2 ) | TraceLevels::only( 7 ), fastLogTraceChannel_.levels() );
+   EXPECT_EQ( TraceLevels::only( 4 ), bcmFpCmdChannel.levels() );
+   EXPECT_EQ( TraceLevels::upTo( 2 ) | TraceLevels::only( 7 ), TRACE_FILE_CHANNEL.levels() );
    EXPECT_EQ( TraceLevels::all(), FastLog::traceLevels( "TesselVault" ) );
    EXPECT_EQ( TraceLevels::all(), FastLog::traceLevels( "Other" ) );
    FastLog::traceConfigIs( "bcm*/none" );
-   EXPECT_EQ( TraceLevels::none(), bcmFpCmdTrace.levels() );
+   EXPECT_EQ( TraceLevels::none(), bcmFpCmdChannel.levels() );
 }
 
 TEST_F( TraceConfigTextTest, BadItemsAreReportedAndSkippedGoodOnesApply ) {
@@ -142,7 +142,7 @@ TEST_F( TraceConfigTextTest, BadItemsAreReportedAndSkippedGoodOnesApply ) {
                              "such as 4, 0-2 or 0-2+7",
                              "ignoring \"Tessel*/-\": levels must be \"none\" or digits 0-9 "
                              "such as 4, 0-2 or 0-2+7" ) );
-   EXPECT_EQ( TraceLevels::only( 3 ), bcmFpCmdTrace.levels() );
+   EXPECT_EQ( TraceLevels::only( 3 ), bcmFpCmdChannel.levels() );
    EXPECT_EQ( 1u, FastLog::traceRules().size() );
 }
 
@@ -153,7 +153,7 @@ TEST_F( TraceConfigTextTest, EnvironmentVariableIsAppliedAndBadItemsGoToStderr )
    const std::string text = stderrCapture.text();
    unsetenv( "TESSEL_TRACE" );
    EXPECT_EQ( "TESSEL_TRACE: ignoring \"bcmFpCmd/99\": level 99 is not in 0-9\n", text );
-   EXPECT_EQ( TraceLevels::only( 4 ), bcmFpCmdTrace.levels() );
+   EXPECT_EQ( TraceLevels::only( 4 ), bcmFpCmdChannel.levels() );
 }
 
 // Runs in a child process started by the test below, with TESSEL_TRACE set

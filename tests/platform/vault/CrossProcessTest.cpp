@@ -6,6 +6,7 @@
 #include "platform/vault/VaultStore.h"
 #include "platform/vault/VaultTable.h"
 #include "tests/platform/vault/VaultTestSupport.h"
+#include "tests/common/Thrown.h"
 
 using namespace Vault;
 using VaultTest::Signal;
@@ -200,15 +201,12 @@ TEST( VaultCrossProcess, SecondLiveAgentIsRefusedThePrefix ) {
       return 0;
    } );
    ASSERT_TRUE( ready.wait() );
-   try {
-      Store second( prefix );
-      ADD_FAILURE() << "second agent accepted";
-   } catch ( const Error & error ) {
-      EXPECT_EQ( Errc::busy, error.code() );
-      EXPECT_EQ( "prefix '" + prefix.str() + "' is held by the running agent with pid " +
-                    std::to_string( agent.pid() ),
-                 std::string( error.what() ) );
-   }
+   std::optional< Error > error = TestText::thrown< Error >( [ & ] { Store second( prefix ); } );
+   ASSERT_TRUE( error ) << "second agent accepted";
+   EXPECT_EQ( Errc::busy, error->code() );
+   EXPECT_EQ( "prefix '" + prefix.str() + "' is held by the running agent with pid " +
+                 std::to_string( agent.pid() ),
+              std::string( error->what() ) );
    done.send();
    EXPECT_EQ( 0, agent.wait() );
    EXPECT_TRUE( listSegments( prefix ).empty() );

@@ -8,6 +8,7 @@
 
 #include "platform/vault/VaultReport.h"
 #include "tests/platform/vault/VaultTestSupport.h"
+#include "tests/common/Thrown.h"
 
 using namespace Vault;
 using VaultTest::Child;
@@ -127,13 +128,11 @@ TEST( VaultReport, NoAgentAtThePath ) {
       return 0;
    } );
    ASSERT_TRUE( ready.wait() );
-   try {
-      ReportServer second( path, []( const std::string &, int ) { return 0; } );
-      ADD_FAILURE() << "two agents at one path";
-   } catch ( const Error & error ) {
-      EXPECT_EQ( Errc::busy, error.code() );
-      EXPECT_EQ( "an agent already serves at " + path, std::string( error.what() ) );
-   }
+   std::optional< Error > error = TestText::thrown< Error >(
+      [ & ] { ReportServer second( path, []( const std::string &, int ) { return 0; } ); } );
+   ASSERT_TRUE( error ) << "two agents at one path";
+   EXPECT_EQ( Errc::busy, error->code() );
+   EXPECT_EQ( "an agent already serves at " + path, std::string( error->what() ) );
    kill( agent.pid(), SIGKILL );
    agent.wait();
    status = requestReport( path, "show", 1, exitStatus );

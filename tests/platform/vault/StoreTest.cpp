@@ -6,6 +6,7 @@
 #include "platform/vault/VaultStore.h"
 #include "platform/vault/VaultTable.h"
 #include "tests/platform/vault/VaultTestSupport.h"
+#include "tests/common/Thrown.h"
 
 using namespace Vault;
 using VaultTest::TestPrefix;
@@ -38,12 +39,9 @@ TEST( VaultNames, BadPrefixesAndPaths ) {
    EXPECT_EQ( "invalid table path '" + std::string( 100, '.' ) +
                  "': its segment name is longer than 255 characters",
               checkTablePath( "p", std::string( 100, '.' ) ).text() );
-   try {
-      Store store( "bad prefix" );
-      ADD_FAILURE() << "accepted";
-   } catch ( const Error & error ) {
-      EXPECT_EQ( Errc::invalidArgument, error.code() );
-   }
+   std::optional< Error > error = TestText::thrown< Error >( [] { Store store( "bad prefix" ); } );
+   ASSERT_TRUE( error );
+   EXPECT_EQ( Errc::invalidArgument, error->code() );
 }
 
 TEST( VaultNames, RuntimeDirectoryFollowsTheEnvironment ) {

@@ -8,6 +8,7 @@
 #include "platform/vault/VaultStore.h"
 #include "platform/vault/VaultTable.h"
 #include "tests/platform/vault/VaultTestSupport.h"
+#include "tests/common/Thrown.h"
 
 using namespace Vault;
 using VaultTest::RawSegment;
@@ -94,14 +95,12 @@ TEST( VaultTable, OverlongRecordIsRefusedAndChangesNothing ) {
    Store store( prefix );
    TableWriter table = store.createTable( "cliVault/stages", 8, 2 );
    putText( table, 1, "12345678" );
-   try {
-      putText( table, 2, "123456789" );
-      FAIL() << "no exception";
-   } catch ( const Error & error ) {
-      EXPECT_EQ( Errc::invalidArgument, error.code() );
-      EXPECT_STREQ( "record of 9 bytes for table 'cliVault/stages' exceeds its record size 8",
-                    error.what() );
-   }
+   std::optional< Error > error =
+      TestText::thrown< Error >( [ & ] { putText( table, 2, "123456789" ); } );
+   ASSERT_TRUE( error );
+   EXPECT_EQ( Errc::invalidArgument, error->code() );
+   EXPECT_STREQ( "record of 9 bytes for table 'cliVault/stages' exceeds its record size 8",
+                 error->what() );
    EXPECT_EQ( 1u, table.size() );
    EXPECT_FALSE( table.find( 2 ) );
 }
@@ -139,13 +138,11 @@ TEST( VaultTable, GrowthStopsAtTheLimitWithoutLosingTheTable ) {
    for ( U32 key = 0; key < maxTableCapacity; ++key ) {
       table.put( key, "x", 1 );
    }
-   try {
-      table.put( maxTableCapacity, "x", 1 );
-      FAIL() << "no exception";
-   } catch ( const Error & error ) {
-      EXPECT_EQ( Errc::tooLarge, error.code() );
-      EXPECT_STREQ( "table 'big' cannot grow beyond 1048576 records", error.what() );
-   }
+   std::optional< Error > error =
+      TestText::thrown< Error >( [ & ] { table.put( maxTableCapacity, "x", 1 ); } );
+   ASSERT_TRUE( error );
+   EXPECT_EQ( Errc::tooLarge, error->code() );
+   EXPECT_STREQ( "table 'big' cannot grow beyond 1048576 records", error->what() );
    TableReader reader( prefix, "big" );
    Snapshot snapshot;
    ASSERT_TRUE( reader.snapshot( snapshot ).ok() );  // sequence left even
@@ -279,12 +276,9 @@ TEST( VaultTable, CreateRefusesBadArgumentsAndDuplicates ) {
    Store store( prefix );
    TableWriter table = store.createTable( "t", 4, 1 );
    auto codeOf = [ & ]( const std::string & path, U32 recordSize, U32 capacity ) {
-      try {
-         store.createTable( path, recordSize, capacity );
-      } catch ( const Error & error ) {
-         return error.code();
-      }
-      return Errc::ok;
+      std::optional< Error > error = TestText::thrown< Error >(
+         [ & ] { store.createTable( path, recordSize, capacity ); } );
+      return error ? error->code() : Errc::ok;
    };
    EXPECT_EQ( Errc::busy, codeOf( "t", 4, 1 ) );
    EXPECT_EQ( Errc::invalidArgument, codeOf( "", 4, 1 ) );
@@ -293,12 +287,8 @@ TEST( VaultTable, CreateRefusesBadArgumentsAndDuplicates ) {
    EXPECT_EQ( Errc::invalidArgument, codeOf( "u", 4, 0 ) );
    EXPECT_EQ( Errc::invalidArgument, codeOf( "u", 4, maxTableCapacity + 1 ) );
    EXPECT_EQ( Errc::invalidArgument, codeOf( std::string( 200, 'p' ), 4, 1 ) );
-   try {
-      store.createTable( "t", 4, 1 );
-   } catch ( const Error & error ) {
-      EXPECT_EQ( "table 't' exists already (/tessel-" + prefix.str() + "-t.t)",
-                 std::string( error.what() ) );
-   }
+   EXPECT_EQ( "table 't' exists already (/tessel-" + prefix.str() + "-t.t)",
+              TestText::thrownText< Error >( [ & ] { store.createTable( "t", 4, 1 ); } ) );
 }
 
 // What a reader says about tables that are not there.

@@ -6,19 +6,16 @@
 
 #include "platform/kiln/Activity.h"
 #include "sdk/shim/Shim.h"
+#include "tests/common/Thrown.h"
 
 using namespace ModelTest;
 using ChipModel::ActivityCheck;
 using ChipModel::Box;
 
 TEST( ModelBox, UnknownProfileIsRefusedNamingTheKnownOnes ) {
-   try {
-      Box box( { "thx", "quartz9" } );
-      FAIL() << "no exception";
-   } catch ( const std::invalid_argument & e ) {
-      EXPECT_STREQ( "unknown chip profile 'quartz9' (known: single, trident3, thx, th3)",
-                    e.what() );
-   }
+   EXPECT_EQ( "unknown chip profile 'quartz9' (known: single, trident3, thx, th3)",
+              TestText::thrownText< std::invalid_argument >(
+                 [] { Box box( { "thx", "quartz9" } ); } ) );
    EXPECT_EQ( nullptr, Box::current() ); // nothing half-built is left current
    EXPECT_EQ( nullptr, Shim::sdk_ );
 }

@@ -1,6 +1,6 @@
 // Packet classification: priorities within groups, groups in priority order,
 // stages feeding each other, preselectors, ranges, policers, and start-up
-// staging; and the scenario of a group in every pipe of a THx-like box.
+// staging.
 #include "tests/sdk/model/ModelTestSupport.h"
 
 using namespace ModelTest;
@@ -275,107 +275,4 @@ TEST_F( StagedClassify, AHitlessRestartKeepsTheHardwareUntilTheNextProgram ) {
    // A cold restart clears the hardware at once.
    box_.restart( 0, false );
    EXPECT_TRUE( send( 1 ).stages.empty() );
-}
-
-// The scenario: a THx-like box, one group created in each of its four pipes
-// the way the agent does it, prioritised entries in every copy, packets.
-TEST( ClassifyScenario, AGroupInFourPipesHitsTheRightEntriesAndCountsThem ) {
-   Box box( { "thx" } );
-   ASSERT_EQ( 4u, Shim::sdk_->numPipes( 0 ) );
-   ASSERT_TRUE( Shim::sdk_->fieldStagePerPipe( 0 ) );
-   Shim::PortConfig ports;
-   ASSERT_EQ( BCM_E_NONE, bcm_port_config_get( 0, &ports ) );
-   auto pipeGroup = []( U32 pipe ) { return static_cast< int >( pipe << 24 | 291 ); };
-   auto pipeEntry = []( U32 pipe, U32 entry ) {
-      return static_cast< int >( pipe << 24 | entry );
-   };
-   std::map< int, int > statOf;
-   for ( U32 pipe = 0; pipe < 4; ++pipe ) {
-      bcm_field_presel_t presel;
-      ASSERT_EQ( BCM_E_NONE, bcm_field_presel_create( 0, &presel ) );
-      ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_Stage( 0, presel | BCM_FIELD_QUALIFY_PRESEL,
-                                                      bcmFieldStageIngress ) );
-      ASSERT_EQ( BCM_E_NONE,
-                 bcm_field_qualify_MixedSrcClassId( 0, presel | BCM_FIELD_QUALIFY_PRESEL,
-                                                    ports.per_pipe( pipe ), 0, 0 ) );
-      Shim::GroupConfig config;
-      config.flags_or( BCM_FIELD_GROUP_CREATE_WITH_ID |
-                       BCM_FIELD_GROUP_CREATE_WITH_PRESELSET );
-      config.group = pipeGroup( pipe );
-      config.priority = 33;
-      config.qset = qsetOf( { bcmFieldQualifySrcIp, bcmFieldQualifyDstIp,
-                              bcmFieldQualifyIpProtocol, bcmFieldQualifyL4DstPort } );
-      BCM_FIELD_PRESEL_ADD( config.preselset, presel );
-      ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
-      Shim::GroupStatus status;
-      ASSERT_EQ( BCM_E_NONE, bcm_field_group_status_get( 0, config.group, &status ) );
-      // Entries 100 (permit web to 10.0.0.0/8, high) and 101 (deny to 10/8, low).
-      for ( U32 entry : { 100u, 101u } ) {
-         int id = pipeEntry( pipe, entry );
-         ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, config.group, id ) );
-         ASSERT_EQ( BCM_E_NONE, bcm_field_entry_prio_set(
-                                   0, id, status.prio_max - static_cast< int >( entry ) ) );
-         bcm_field_stat_t types[] = { bcmFieldStatPackets, bcmFieldStatBytes };
-         ASSERT_EQ( BCM_E_NONE,
-                    bcm_field_stat_create( 0, config.group, 2, types, &statOf[ id ] ) );
-         ASSERT_EQ( BCM_E_NONE, bcm_field_entry_stat_attach( 0, id, statOf[ id ] ) );
-      }
-      int permit = pipeEntry( pipe, 100 );
-      int deny = pipeEntry( pipe, 101 );
-      ASSERT_EQ( BCM_E_NONE,
-                 bcm_field_qualify_DstIp( 0, deny, ip( 10, 0, 0, 0 ), 0xff000000 ) );
-      ASSERT_EQ( BCM_E_NONE, bcm_field_action_add( 0, deny, bcmFieldActionDrop, 0, 0 ) );
-      if ( pipe == 0 ) {
-         ASSERT_EQ( BCM_E_NONE,
-                    bcm_field_qualify_DstIp( 0, permit, ip( 10, 0, 0, 0 ), 0xff000000 ) );
-         ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_L4DstPort( 0, permit, 80, 0xffff ) );
-         ASSERT_EQ( BCM_E_NONE,
-                    bcm_field_action_add( 0, permit, bcmFieldActionDropCancel, 0, 0 ) );
-      } else { // the other pipes' copies come from pipe 0's entry
-         ASSERT_EQ( BCM_E_NONE,
-                    SdkShim->ob_field_entry_copy_id( 0, pipeEntry( 0, 100 ), permit ) );
-      }
-   }
-   for ( U32 pipe = 0; pipe < 4; ++pipe ) {
-      for ( U32 entry : { 100u, 101u } ) {
-         ASSERT_EQ( BCM_E_NONE, bcm_field_entry_install( 0, pipeEntry( pipe, entry ) ) );
-      }
-   }
-   ASSERT_EQ( BCM_E_NONE, oberon_tcam_flash_program( 0, false, false, false, false ) );
-
-   const ChipModel::Profile & profile = box.unit( 0 ).profile();
-   for ( U32 pipe = 0; pipe < 4; ++pipe ) {
-      int port = portIn( profile, pipe );
-      LookupResult web = box.send(
-         0, Packet::ipv4( port, ip( 192, 0, 2, 1 ), ip( 10, 1, 2, 3 ), 6, 5555, 80 ) );
-      EXPECT_EQ( std::optional< bcm_field_entry_t >( pipeEntry( pipe, 100 ) ),
-                 web.hitIn( pipeGroup( pipe ) ) );
-      EXPECT_FALSE( web.dropped );
-      for ( int i = 0; i < 2; ++i ) {
-         LookupResult ssh = box.send(
-            0, Packet::ipv4( port, ip( 192, 0, 2, 1 ), ip( 10, 9, 9, 9 ), 6, 5555, 22 ) );
-         EXPECT_EQ( std::optional< bcm_field_entry_t >( pipeEntry( pipe, 101 ) ),
-                    ssh.hitIn( pipeGroup( pipe ) ) );
-         EXPECT_TRUE( ssh.dropped );
-         // Only the group of the packet's own pipe is looked up.
-         for ( U32 other = 0; other < 4; ++other ) {
-            EXPECT_EQ( other == pipe, ssh.hitIn( pipeGroup( other ) ).has_value() );
-         }
-      }
-      LookupResult elsewhere =
-         box.send( 0, Packet::ipv4( port, 1, ip( 11, 0, 0, 1 ), 6, 1, 80 ) );
-      EXPECT_FALSE( elsewhere.hitIn( pipeGroup( pipe ) ) );
-   }
-   for ( U32 pipe = 0; pipe < 4; ++pipe ) {
-      uint64_t packets = 0;
-      ASSERT_EQ( BCM_E_NONE, bcm_field_stat_get( 0, statOf[ pipeEntry( pipe, 100 ) ],
-                                                 bcmFieldStatPackets, &packets ) );
-      EXPECT_EQ( 1u, packets ) << "pipe " << pipe;
-      ASSERT_EQ( BCM_E_NONE, bcm_field_stat_get( 0, statOf[ pipeEntry( pipe, 101 ) ],
-                                                 bcmFieldStatPackets, &packets ) );
-      EXPECT_EQ( 2u, packets ) << "pipe " << pipe;
-   }
-   EXPECT_EQ( 4u, box.counts( 0 ).groups );
-   EXPECT_EQ( 8u, box.counts( 0 ).entries );
-   EXPECT_EQ( 3u, box.callCount( "ob_field_entry_copy_id" ) );
 }

@@ -10,6 +10,7 @@
 #include "sdk/model/FieldProcessor.h"
 #include "tests/sdk/model/ModelTestSupport.h"
 #include "tests/sdk/model/RandomWorkload.h"
+#include "tests/common/Thrown.h"
 
 using namespace ModelTest;
 using ChipModel::Box;
@@ -269,14 +270,8 @@ TEST( CompiledLookupChoice, TheEnvironmentChoosesForBoxesThatDoNot ) {
    setenv( "TESSEL_MODEL_CLASSIFIER", "fast", 1 );
    EXPECT_EQ( Classifier::fast, Box::Options().classifier );
    setenv( "TESSEL_MODEL_CLASSIFIER", "quick", 1 );
-   try {
-      Box::Options options;
-      ADD_FAILURE() << "no exception";
-   } catch ( const std::invalid_argument & e ) {
-      EXPECT_STREQ(
-         "unknown classifier 'quick' in TESSEL_MODEL_CLASSIFIER (known: fast, reference)",
-         e.what() );
-   }
+   EXPECT_EQ( "unknown classifier 'quick' in TESSEL_MODEL_CLASSIFIER (known: fast, reference)",
+              TestText::thrownText< std::invalid_argument >( [] { Box::Options options; } ) );
    if ( before ) {
       setenv( "TESSEL_MODEL_CLASSIFIER", before->c_str(), 1 );
    } else {
