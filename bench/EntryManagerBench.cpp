@@ -8,7 +8,8 @@
 // straight on the model. Traces are off (TESSEL_TRACE unset); the FastLog
 // records stay on, as they do in the agent.
 //
-//   Fill       as many entries as the group holds, from empty
+//   PairedFill as many entries as the group holds, from empty, through the
+//              library and directly in turn; the median of the pairs' ratios
 //   Op/1000    one entry taken, qualified, installed, removed and released
 //              with 1000 entries in the group
 //   Op/0       the same with the group full (all but the one)
@@ -19,7 +20,7 @@
 // that callgrind can count them alone:
 //
 //    valgrind --tool=callgrind --toggle-collect='*libraryEntry*'
-//       build/default/bench/EntryManagerBench --benchmark_filter=BM_LibraryFill
+//       build/default/bench/EntryManagerBench --benchmark_filter=BM_PairedFill
 //    valgrind --tool=callgrind --toggle-collect='*libraryOp*'
 //       build/default/bench/EntryManagerBench --benchmark_filter=BM_LibraryOp/0
 //       --benchmark_min_time=0.01
@@ -28,6 +29,8 @@
 // and likewise directEntry and directOp.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <ctime>
 #include <memory>
 #include <vector>
 
@@ -185,46 +188,56 @@ directOp( U32 index ) {
 
 // --- benchmarks ---
 
-void
-BM_LibraryFill( benchmark::State & state ) {
-   U32 filled = 0;
-   for ( auto _ : state ) {
-      state.PauseTiming();
-      auto s = std::make_unique< Setup >();
-      U32 capacity = s->capacity();
-      state.ResumeTiming();
-      for ( filled = 0; filled < capacity; ++filled ) {
-         libraryEntry( *s, filled );
-      }
-      state.PauseTiming();
-      s.reset();
-      state.ResumeTiming();
-   }
-   state.counters[ "entries" ] = filled;
-   state.counters[ "perEntry" ] = benchmark::Counter(
-      double( filled ) * double( state.iterations() ),
-      benchmark::Counter::kIsRate | benchmark::Counter::kInvert );
+// Thread CPU time in nanoseconds: the fills run on this thread alone.
+double
+threadCpuNs() {
+   timespec now;
+   clock_gettime( CLOCK_THREAD_CPUTIME_ID, &now );
+   return double( now.tv_sec ) * 1e9 + double( now.tv_nsec );
 }
 
-void
-BM_DirectFill( benchmark::State & state ) {
-   U32 filled = 0;
-   for ( auto _ : state ) {
-      state.PauseTiming();
-      auto s = std::make_unique< Setup >();
-      U32 capacity = s->capacity();
-      state.ResumeTiming();
-      for ( filled = 0; filled < capacity; ++filled ) {
-         directEntry( filled );
-      }
-      state.PauseTiming();
-      s.reset();
-      state.ResumeTiming();
+// CPU nanoseconds per entry of filling a fresh group with `entry`.
+template< typename EntryFn >
+double
+fillNsPerEntry( EntryFn && entry ) {
+   auto s = std::make_unique< Setup >();
+   U32 capacity = s->capacity();
+   double start = threadCpuNs();
+   for ( U32 index = 0; index < capacity; ++index ) {
+      entry( *s, index );
    }
-   state.counters[ "entries" ] = filled;
-   state.counters[ "perEntry" ] = benchmark::Counter(
-      double( filled ) * double( state.iterations() ),
-      benchmark::Counter::kIsRate | benchmark::Counter::kInvert );
+   double took = threadCpuNs() - start;
+   return took / double( capacity );
+}
+
+double
+median( std::vector< double > values ) {
+   std::sort( values.begin(), values.end() );
+   return values[ values.size() / 2 ];
+}
+
+// Each iteration fills a group through the library and one with the same
+// calls made directly, in turn (which goes first alternates), and takes the
+// pair's ratio: a neighbour's burst or the allocator's state then weighs on
+// both sides of a ratio alike. Reports the medians.
+void
+BM_PairedFill( benchmark::State & state ) {
+   std::vector< double > library;
+   std::vector< double > direct;
+   std::vector< double > ratios;
+   for ( auto _ : state ) {
+      auto viaLibrary = [] { return fillNsPerEntry( []( Setup & s, U32 i ) { libraryEntry( s, i ); } ); };
+      auto viaModel = [] { return fillNsPerEntry( []( Setup &, U32 i ) { directEntry( i ); } ); };
+      bool libraryFirst = library.size() % 2 == 0;
+      double first = libraryFirst ? viaLibrary() : viaModel();
+      double second = libraryFirst ? viaModel() : viaLibrary();
+      library.push_back( libraryFirst ? first : second );
+      direct.push_back( libraryFirst ? second : first );
+      ratios.push_back( library.back() / direct.back() );
+   }
+   state.counters[ "libraryNsPerEntry" ] = median( library );
+   state.counters[ "directNsPerEntry" ] = median( direct );
+   state.counters[ "ratio" ] = median( ratios );
 }
 
 // The group's level for an Op benchmark: its argument, or full but one.
@@ -265,8 +278,7 @@ BM_DirectOp( benchmark::State & state ) {
 
 } // namespace
 
-BENCHMARK( BM_LibraryFill )->Unit( benchmark::kMillisecond )->Iterations( 3 );
-BENCHMARK( BM_DirectFill )->Unit( benchmark::kMillisecond )->Iterations( 3 );
+BENCHMARK( BM_PairedFill )->Unit( benchmark::kMillisecond )->Iterations( 5 );
 BENCHMARK( BM_LibraryOp )->Arg( 1000 )->Arg( 0 )->Unit( benchmark::kMicrosecond );
 BENCHMARK( BM_DirectOp )->Arg( 1000 )->Arg( 0 )->Unit( benchmark::kMicrosecond );
 

@@ -11,6 +11,10 @@
 //                              the same with one entry renamed by the agent
 //                              after each request, so that every request
 //                              finds a row to write
+//   BM_EntryTable400IdleRoundTrip
+//                              the same with a pause of 1 ms before each
+//                              request: the agent sleeps when it arrives,
+//                              as for the first request of a command
 //   BM_EntryTable400Serve      the agent's share of the first alone, in
 //                              this process (CPU time)
 //   BM_GroupTableRoundTrip     the same for the groups of a stage and pipe
@@ -104,9 +108,12 @@ stopAgent( pid_t agent, const std::string & prefix ) {
 }
 
 // expectedRows 0: as many as the first answer holds, and never none.
+// idleBetween: how long the client waits before each request, so that the
+// agent has gone back to sleep (its watch after an answer has ended).
 void
 roundTrip( benchmark::State & state, TcamGroupManagerVaultTypes kind, U32 expectedRows,
-           bool changeEachTurn = false ) {
+           bool changeEachTurn = false,
+           std::chrono::microseconds idleBetween = std::chrono::microseconds( 0 ) ) {
    const std::string prefix = benchPrefix();
    pid_t agent = startAgent( prefix, changeEachTurn );
    Vault::MailboxClient client( prefix );
@@ -116,6 +123,11 @@ roundTrip( benchmark::State & state, TcamGroupManagerVaultTypes kind, U32 expect
    Vault::Answer answer;
    std::vector< double > micros;
    for ( auto _ : state ) {
+      if ( idleBetween.count() > 0 ) {
+         state.PauseTiming();
+         usleep( useconds_t( idleBetween.count() ) );
+         state.ResumeTiming();
+      }
       auto start = std::chrono::steady_clock::now();
       Vault::Status status = client.call( { 0, kind, 0, 0, "" }, answer );
       if ( status.ok() ) {
@@ -144,6 +156,11 @@ BM_EntryTable400RoundTrip( benchmark::State & state ) {
 void
 BM_EntryTable400ChangedRoundTrip( benchmark::State & state ) {
    roundTrip( state, vaultTypeEntryNames, entries, true );
+}
+
+void
+BM_EntryTable400IdleRoundTrip( benchmark::State & state ) {
+   roundTrip( state, vaultTypeEntryNames, entries, false, std::chrono::microseconds( 1000 ) );
 }
 
 // The agent's share of a request alone, in this process: the request
@@ -215,6 +232,7 @@ BENCHMARK( BM_EntryTable400RoundTrip )->Iterations( 5000 )->Unit( benchmark::kMi
 BENCHMARK( BM_EntryTable400ChangedRoundTrip )
    ->Iterations( 5000 )
    ->Unit( benchmark::kMicrosecond );
+BENCHMARK( BM_EntryTable400IdleRoundTrip )->Iterations( 1000 )->Unit( benchmark::kMicrosecond );
 BENCHMARK( BM_EntryTable400Serve )->Unit( benchmark::kMicrosecond );
 BENCHMARK( BM_GroupTableRoundTrip )->Iterations( 5000 )->Unit( benchmark::kMicrosecond );
 BENCHMARK( BM_TesselShowRun )->Iterations( 300 )->Unit( benchmark::kMillisecond );

@@ -118,6 +118,30 @@ BM_RequestEmptyAnswer( benchmark::State & state ) {
    roundTrip( state, 0, false );
 }
 
+// A reader's copy of a 400-row table of name records, in one process: the
+// reader's share of a round trip.
+void
+BM_Snapshot400Rows( benchmark::State & state ) {
+   const std::string prefix = benchPrefix();
+   Store store( prefix );
+   TableWriter table = store.createTable( tablePath, recordSize, rows );
+   U8 record[ recordSize ] = {};
+   for ( U32 key = 0; key < rows; ++key ) {
+      std::memcpy( record, &key, sizeof( key ) );
+      table.put( key, record, 11 + 20 );  // a name of 20 characters
+   }
+   TableReader reader( prefix, tablePath );
+   Snapshot snapshot;
+   for ( auto _ : state ) {
+      Status status = reader.snapshot( snapshot );
+      if ( !status.ok() || snapshot.size() != rows ) {
+         state.SkipWithError( status.ok() ? "short table" : status.text().c_str() );
+         break;
+      }
+   }
+}
+
+BENCHMARK( BM_Snapshot400Rows )->Unit( benchmark::kMicrosecond );
 BENCHMARK( BM_RequestFill400RowsAndRead )->Iterations( 20000 )->Unit( benchmark::kMicrosecond );
 BENCHMARK( BM_RequestEmptyAnswer )->Iterations( 20000 )->Unit( benchmark::kMicrosecond );
 

@@ -4,19 +4,15 @@
 
 #include "platform/fastlog/Trace.h"
 
-namespace {
+namespace Tessel {
 
 // Every SDK call of the library is traced on this channel.
-FastLog::TraceChannel bcmFpCmdTrace( "bcmFpCmd" );
-
-} // namespace
-
-namespace Tessel {
+FastLog::TraceChannel sdkCallChannel( "bcmFpCmd" );
 
 void
 sdkCallTrace( const char * file, int line, const char * callText, int rc,
               const char * suffix ) {
-   TRACE_CH( bcmFpCmdTrace, 4,
+   TRACE_CH( sdkCallChannel, 4,
              file << ":" << line << " " << callText << " (rc:" << rc << ")" << suffix );
 }
 
@@ -29,7 +25,7 @@ sdkCallFatalReport( const char * file, int line, const char * callText, int rc )
 
 void
 sdkCallErrorTrace( U32 unit, const char * callText, int rc, const std::string & more ) {
-   TRACE_CH( bcmFpCmdTrace, 0,
+   TRACE_CH( sdkCallChannel, 0,
              "Unit: " << unit << " " << callText << " API ERROR: (rc:" << rc << ")"
                       << more );
 }

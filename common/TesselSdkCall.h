@@ -30,6 +30,7 @@
 #include <string>
 
 #include "common/TesselExport.h"
+#include "platform/fastlog/Trace.h"
 #include "platform/kiln/ActivityLock.h"
 #include "platform/kiln/Assert.h"
 #include "platform/kiln/Types.h"
@@ -37,15 +38,41 @@
 
 namespace Tessel {
 
+// The "bcmFpCmd" channel, tested at the call site so that a call whose
+// trace is off does not leave the caller.
+TESSEL_EXPORT extern FastLog::TraceChannel sdkCallChannel;
+
 // Level-4 trace of a finished call; `suffix` follows the closing parenthesis.
-TESSEL_EXPORT void sdkCallTrace( const char * file, int line, const char * callText,
-                                 int rc, const char * suffix );
+// The macros call it only when the level is on.
+[[gnu::cold]] TESSEL_EXPORT void sdkCallTrace( const char * file, int line,
+                                               const char * callText, int rc,
+                                               const char * suffix );
 // Writes the fatal report of a failed call to standard error.
-TESSEL_EXPORT void sdkCallFatalReport( const char * file, int line,
-                                       const char * callText, int rc );
+[[gnu::cold]] TESSEL_EXPORT void sdkCallFatalReport( const char * file, int line,
+                                                     const char * callText, int rc );
 // Traces "Unit: <unit> <call text> API ERROR: (rc:<code>)<more>".
-TESSEL_EXPORT void sdkCallErrorTrace( U32 unit, const char * callText, int rc,
-                                      const std::string & more );
+[[gnu::cold]] TESSEL_EXPORT void sdkCallErrorTrace( U32 unit, const char * callText, int rc,
+                                                    const std::string & more );
+
+// The error line of SDK_CALL_UNIT_MORE with `more( stream )` appended. Out
+// of line and cold, one per call site, so that the stream it builds takes
+// no room in the caller's code.
+template< typename More >
+[[gnu::cold, gnu::noinline]] void
+sdkCallErrorTraceMore( U32 unit, const char * callText, int rc, const More & more ) {
+   std::ostringstream stream;
+   more( stream );
+   sdkCallErrorTrace( unit, callText, rc, stream.str() );
+}
+
+// Keeps the activity lock released over a run of SDK calls that have
+// nothing between them touching an entity (traces and FASTLOG records may
+// be written), so that the calls' own releases have nothing to do. The lock
+// is taken again when the run ends.
+class SdkCallRun : public ::Kiln::UnlockAnchor {
+ public:
+   SdkCallRun() : UnlockAnchor( ::Kiln::ActivityUnlockAnchor::lock() ) {}
+};
 
 } // namespace Tessel
 
@@ -60,17 +87,24 @@ TESSEL_EXPORT void sdkCallErrorTrace( U32 unit, const char * callText, int rc,
        }                                                                           \
        sdkRc_; } )
 
+#define SDK_CALL_TRACE_( text, rc, suffix )                                        \
+   do {                                                                            \
+      if ( TRACE_CH_ON( ::Tessel::sdkCallChannel, 4 ) ) {                          \
+         ::Tessel::sdkCallTrace( __FILE_NAME__, __LINE__, text, rc, suffix );      \
+      }                                                                            \
+   } while ( 0 )
+
 #define SDK_CALL_TEXT_( text, call )                                               \
    ( { int sdkRc_ = SDK_CALL_RAW_( call );                                         \
-       ::Tessel::sdkCallTrace( __FILE_NAME__, __LINE__, text, sdkRc_, "" );        \
+       SDK_CALL_TRACE_( text, sdkRc_, "" );                                        \
        sdkRc_; } )
 
 #define SDK_CALL_UNIT_TEXT_( unit, text, call, more )                              \
    ( { int sdkRc_ = SDK_CALL_TEXT_( text, call );                                  \
        if ( sdkRc_ < 0 ) {                                                         \
-          std::ostringstream sdkMore_;                                             \
-          sdkMore_ << more;                                                        \
-          ::Tessel::sdkCallErrorTrace( unit, text, sdkRc_, sdkMore_.str() );       \
+          ::Tessel::sdkCallErrorTraceMore(                                         \
+             unit, text, sdkRc_,                                                   \
+             [ & ]( std::ostream & sdkMore_ ) { sdkMore_ << more; } );             \
        }                                                                           \
        sdkRc_; } )
 
@@ -95,8 +129,7 @@ TESSEL_EXPORT void sdkCallErrorTrace( U32 unit, const char * callText, int rc,
 #define SDK_CALL_NO_RC_CHECK( call )                                               \
    do {                                                                            \
       int sdkRc_ = SDK_CALL_RAW_( call );                                          \
-      ::Tessel::sdkCallTrace( __FILE_NAME__, __LINE__, #call, sdkRc_,             \
-                              " no rc check" );                                    \
+      SDK_CALL_TRACE_( #call, sdkRc_, " no rc check" );                            \
    } while ( 0 )
 
 #define SDK_CALL_UNIT_MORE( unit, call, more )                                     \

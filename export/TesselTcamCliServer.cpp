@@ -20,6 +20,12 @@ namespace Tessel {
 
 namespace {
 
+// After an answer the activity thread watches the mailbox this long for the
+// command's next request, and serves at most this many rounds so in before
+// it lets other activities run.
+constexpr std::chrono::microseconds watchAfterAnswer( 100 );
+constexpr U32 roundsPerWake = 32;
+
 std::string
 hostName() {
    char name[ 256 ] = {};
@@ -139,8 +145,14 @@ TesselTcamCliServer::detach() {
 
 U32
 TesselTcamCliServer::serveTableRequests() {
-   return mailbox_->serve(
-      [ this ]( const Vault::IncomingRequest & in ) { return serveTableRequest( in ); } );
+   auto handler = [ this ]( const Vault::IncomingRequest & in ) { return serveTableRequest( in ); };
+   U32 served = mailbox_->serve( handler );
+   for ( U32 round = 1; served > 0 && round < roundsPerWake &&
+                        mailbox_->requestWithin( watchAfterAnswer );
+         ++round ) {
+      served += mailbox_->serve( handler );
+   }
+   return served;
 }
 
 U32

@@ -36,7 +36,7 @@ TesselTcamEntryManager::layoutOf( U32 unit ) const {
    layout.copies = manager.getNumCopiesPerPipe( unit, group() );
    for ( U32 pipe = 0; pipe < layout.pipes; ++pipe ) {
       for ( U32 copy = 0; copy < layout.copies; ++copy ) {
-         layout.pipeGroupIds.push_back( manager.getPipeGroupId( unit, pipe, copy, group() ) );
+         layout.pipeGroupIdAdd( manager.getPipeGroupId( unit, pipe, copy, group() ) );
       }
    }
    bool ingress = getGroupStage( group() ) == stageTypeIngress_;
@@ -46,6 +46,7 @@ TesselTcamEntryManager::layoutOf( U32 unit ) const {
                                Shim::sdk_->AR_bcmFieldQualifyOuterVlanId() );
    const Agent::ChipInfo * info = manager.chipInfo( unit );
    layout.rangeModule = info && info->rangeModule();
+   layout.multicastWar = multicastWar( unit );
    return layout;
 }
 
@@ -154,7 +155,7 @@ TesselTcamEntryManager::getEntryBase( U32 unit, U32 entry, const Kiln::String & 
    }
    for ( U32 i = 0; i < made; ++i ) {
       U32 tcamEntryId = getPipeEntryId( unit, i / layout.copies, entry, i % layout.copies );
-      recordCopy( unit, entry, tcamEntryId, layout.pipeGroupIds[ i ], desc, statTypes );
+      recordCopy( unit, entry, tcamEntryId, layout.pipeGroupIds()[ i ], desc, statTypes );
    }
    setExhausted( unit, false, false );
    U32 entryId = entry;
@@ -174,34 +175,62 @@ TesselTcamEntryManager::createCopy( U32 unit, U32 pipe, U32 copy, U32 & entry,
       return 0;
    }
    U32 groupId = unitRecord( unit ).layout().pipeGroupId( pipe, copy );
-   bcm_field_entry_t entryId = 0;
-   int rc;
-   if ( strategy() == tcamAllocateUnbounded_ && pipe == 0 && copy == 0 ) {
-      rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_create( unit, groupId, &entryId ),
-                               " failed to grab entry " << desc );
-      entry = static_cast< U32 >( entryId );
-   } else {
-      entryId = static_cast< bcm_field_entry_t >( getPipeEntryId( unit, pipe, entry, copy ) );
-      rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_create_id( unit, groupId, entryId ),
-                               " failed to grab entry " << desc );
+   bool learnsId = strategy() == tcamAllocateUnbounded_ && pipe == 0 && copy == 0;
+   bcm_field_entry_t entryId =
+      learnsId ? 0 : static_cast< bcm_field_entry_t >( getPipeEntryId( unit, pipe, entry, copy ) );
+   U32 prioTop = maxPrio();
+   {
+      // The copy is made and given its priority with no entity touched in
+      // between: one release serves both calls. It is counted after.
+      SdkCallRun run;
+      int rc;
+      if ( learnsId ) {
+         rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_create( unit, groupId, &entryId ),
+                                  " failed to grab entry " << desc );
+         entry = static_cast< U32 >( entryId );
+      } else {
+         rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_create_id( unit, groupId, entryId ),
+                                  " failed to grab entry " << desc );
+      }
+      if ( rc < 0 ) {
+         return rc;
+      }
+      FASTLOG( "fp entry create ", unit, groupId, static_cast< U32 >( entryId ) );
+      int defPrio = static_cast< int >( prioTop - entry ); // defaultPrio( entry ), unlocked
+      SDK_CALL_UNIT( unit, bcm_field_entry_prio_set( unit, entryId, defPrio ) );
    }
-   if ( rc < 0 ) {
-      return rc;
-   }
-   FASTLOG( "fp entry create ", unit, groupId, static_cast< U32 >( entryId ) );
    countCopy( unit, groupId, 1 );
-   int defPrio = static_cast< int >( defaultPrio( entry ) );
-   SDK_CALL_UNIT( unit, bcm_field_entry_prio_set( unit, entryId, defPrio ) );
    return 0;
 }
 
 void
 TesselTcamEntryManager::countCopy( U32 unit, U32 pipeGroupId, S32 delta ) {
+   if ( GroupCounts * counts = pipeGroupCounts( unit, pipeGroupId ) ) {
+      counts->unitAllocatedInc( unit, delta );
+   }
+}
+
+// Every copy made or destroyed is counted, so the counts found are kept.
+// A pipe group's counts hold a record of the unit exactly while the group
+// exists there, and counts that leave the group manager hold none: a kept
+// one without the unit's record is looked up again.
+GroupCounts *
+TesselTcamEntryManager::pipeGroupCounts( U32 unit, U32 pipeGroupId ) const {
+   for ( KeptCounts & kept : keptCounts_ ) {
+      if ( kept.unit == unit && kept.pipeGroupId == pipeGroupId ) {
+         if ( kept.counts->unitRefCountHas( unit ) ) {
+            return kept.counts.rawPtr_;
+         }
+         kept.counts = groupManager()->groupCounts( GroupIdToPipeGroupId{ group(), pipeGroupId } );
+         return kept.counts.rawPtr_;
+      }
+   }
    Kiln::Ptr< GroupCounts > counts =
       groupManager()->groupCounts( GroupIdToPipeGroupId{ group(), pipeGroupId } );
    if ( counts ) {
-      counts->unitAllocatedInc( unit, delta );
+      keptCounts_.push_back( KeptCounts{ unit, pipeGroupId, counts } );
    }
+   return counts.rawPtr_;
 }
 
 // Copies of one entry in other pipes are expected to succeed once pipe 0
@@ -225,7 +254,7 @@ TesselTcamEntryManager::undoCopies( U32 unit, U32 entry, U32 made ) {
       U32 entryId = getPipeEntryId( unit, i / layout.copies, entry, i % layout.copies );
       SDK_CALL_UNIT( unit, bcm_field_entry_destroy( unit, entryId ) );
       FASTLOG( "fp entry destroy ", unit, entryId );
-      countCopy( unit, layout.pipeGroupIds[ i ], -1 );
+      countCopy( unit, layout.pipeGroupIds()[ i ], -1 );
    }
 }
 
@@ -331,9 +360,8 @@ TesselTcamEntryManager::destroyRange( U32 unit, U32 end, U32 endCopies ) {
 // more: a compress can then give its slices back.
 bool
 TesselTcamEntryManager::anyPipeGroupEmpty( U32 unit ) const {
-   for ( U32 pipeGroupId : unitRecord( unit ).layout().pipeGroupIds ) {
-      Kiln::Ptr< GroupCounts > counts =
-         groupManager()->groupCounts( GroupIdToPipeGroupId{ group(), pipeGroupId } );
+   for ( U32 pipeGroupId : unitRecord( unit ).layout().pipeGroupIds() ) {
+      GroupCounts * counts = pipeGroupCounts( unit, pipeGroupId );
       if ( counts && counts->unitAllocated( unit ) == 0 ) {
          return true;
       }

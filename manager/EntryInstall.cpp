@@ -72,11 +72,17 @@ TesselTcamEntryManager::installCopy( U32 unit, U32 entry, U32 pipe, U32 copy, bo
    int result = ports ? qualifyInPorts( unit, entry, tcamEntryId ) : 0;
    rc = layout.rangeModule ? qualifyRangeCheckers( unit, entry, tcamEntryId, pipe ) : 0;
    result = result < 0 ? result : rc;
+   int stat = evictionStat( record, tcamEntryId );
+   TesselTcamGroupManager * manager = groupManager();
+   // From here on no entity is touched: one release serves every call.
+   SdkCallRun run;
    rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_install( unit, tcamEntryId ), INSTALL_ERROR );
    result = result < 0 ? result : rc;
    if ( rc >= 0 ) {
       TRACE7( " Entry installed: " << entry << " pipe " << pipe << " copy " << copy );
-      clearCopyEvictions( unit, record, tcamEntryId );
+      if ( stat ) {
+         manager->clearEvictionCounter( unit, stat, true, true );
+      }
    }
    return result;
 }
@@ -170,13 +176,10 @@ TesselTcamEntryManager::dropInstallRecords( U32 unit, U32 entry ) {
    record.outportsBcmPbmpDel( entry );
 }
 
-void
-TesselTcamEntryManager::clearCopyEvictions( U32 unit, const UnitEntriesCreated & record,
-                                            U32 tcamEntryId ) {
+int
+TesselTcamEntryManager::evictionStat( const UnitEntriesCreated & record, U32 tcamEntryId ) {
    int stat = record.entryStats( tcamEntryId ); // 0: none
-   if ( stat && !SdkShim->ob_field_stat_id_invalid( stat ) ) {
-      groupManager()->clearEvictionCounter( unit, stat, true, true );
-   }
+   return stat && !SdkShim->ob_field_stat_id_invalid( stat ) ? stat : 0;
 }
 
 int
@@ -194,7 +197,9 @@ TesselTcamEntryManager::removeEntry( U32 unit, U32 entry ) {
       }
    }
    removeTcamEntryBcmPbmp( unit, entry );
-   groupManager()->entryRangeCheckIdDel( entry );
+   if ( groupManager()->entryRangeCheckIdHas( entry ) ) {
+      groupManager()->entryRangeCheckIdDel( entry );
+   }
    TRACE7( " Releasing record for entry: " << entry );
    return 0;
 }

@@ -29,7 +29,7 @@ TesselTcamEntryManager::releaseEntry( U32 unit, U32 entry ) {
 // entries are gone: it goes too, so that the group can.
 void
 TesselTcamEntryManager::releaseMulticastDummyIfAlone( U32 unit ) {
-   if ( !multicastWar( unit ) ) {
+   if ( !unitRecord( unit ).layout().multicastWar ) {
       return;
    }
    UnitEntriesCreated & record = unitRecord( unit );
@@ -80,8 +80,7 @@ TesselTcamEntryManager::releaseCopy( U32 unit, U32 tcamEntryId, U32 pipeGroupId,
       SDK_CALL_UNIT( unit, bcm_field_entry_destroy( unit, entryId ) );
       FASTLOG( "fp entry destroy ", unit, entryId );
       countCopy( unit, pipeGroupId, -1 );
-      Kiln::Ptr< GroupCounts > counts =
-         groupManager()->groupCounts( GroupIdToPipeGroupId{ group(), pipeGroupId } );
+      GroupCounts * counts = pipeGroupCounts( unit, pipeGroupId );
       freed = freed || ( counts && counts->unitAllocated( unit ) == 0 );
    }
    if ( TRACE_ON( 9 ) ) {
@@ -120,15 +119,18 @@ TesselTcamEntryManager::dropEntryRecords( U32 unit, U32 entry ) {
 void
 TesselTcamEntryManager::dropOwner( U32 entry ) {
    TesselTcamGroupManager * manager = groupManager();
-   if ( !manager || manager->tcamManagerForEntry( entry ).rawPtr_ != this ) {
+   const Kiln::Ptr< TesselTcamEntryManager > * owner =
+      manager ? manager->tcamManagerForEntryFind( entry ) : nullptr;
+   if ( !owner || owner->rawPtr_ != this ) {
       return;
    }
-   for ( const auto & [ unit, record ] : internalUnitEntry_ ) {
-      if ( record->entryCreatedHas( entry ) ) {
-         return;
-      }
+   bool held = internalUnitEntry_.anyOf(
+      [ entry ]( U32, const Kiln::Ptr< UnitEntriesCreated > & record ) {
+         return record->entryCreatedHas( entry );
+      } );
+   if ( !held ) {
+      manager->tcamManagerForEntryDel( entry );
    }
-   manager->tcamManagerForEntryDel( entry );
 }
 
 void

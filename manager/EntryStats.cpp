@@ -33,52 +33,60 @@ defaultStatTypes() {
 void
 TesselTcamEntryManager::installStats( U32 unit, U32 entry, U32 tcamEntryId,
                                       const Kiln::Ptr< StatTypes > & statTypes ) {
+   KILN_ASSERT_MSG( statTypes->typeCollection().size() <= size_t( bcmFieldStatCount ),
+                    "more stat types than the SDK has" );
    bcm_field_stat_t statTypesList[ bcmFieldStatCount ] = {};
    int statIdx = 0;
-   for ( const auto & [ position, type ] : statTypes->typeCollection() ) {
-      KILN_ASSERT_MSG( statIdx < bcmFieldStatCount, "more stat types than the SDK has" );
+   statTypes->typeCollection().forEach( [ & ]( U32, U32 type ) {
       statTypesList[ statIdx++ ] = static_cast< bcm_field_stat_t >( type );
-   }
+   } );
    if ( statIdx == 2 ) {
       KILN_ASSERT( abs( ( int )statTypesList[ 0 ] - ( int )statTypesList[ 1 ] ) == 1 );
    }
    U32 groupId = unitRecord( unit ).groupId( tcamEntryId );
    U32 entryId = tcamEntryId;
    int statsId = 0;
-   int rc = SDK_CALL_UNIT_MORE(
-      unit, bcm_field_stat_create( unit, groupId, statIdx, statTypesList, &statsId ),
-      " GroupId: " << groupId << " entryId: " << entryId << " for entry " << entry );
-   if ( rc < 0 ) {
-      return;
+   {
+      SdkCallRun run;
+      int rc = SDK_CALL_UNIT_MORE(
+         unit, bcm_field_stat_create( unit, groupId, statIdx, statTypesList, &statsId ),
+         " GroupId: " << groupId << " entryId: " << entryId << " for entry " << entry );
+      if ( rc < 0 ) {
+         return;
+      }
+      FASTLOG( "fp stat create group=", groupId, " statId=", statsId, " StatType: ",
+               FastLog::dec( U32( statTypesList[ 0 ] ) ), " types: ",
+               FastLog::dec( U32( statIdx ) ) );
+      rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_stat_attach( unit, entryId, statsId ),
+                               " GroupId: " << groupId << " entryId: " << entryId
+                                            << " statId: " << statsId );
+      if ( rc < 0 ) {
+         SDK_CALL_UNIT( unit, bcm_field_stat_destroy( unit, statsId ) );
+         return;
+      }
+      FASTLOG( "fp stat attach entry=", entryId, " statId=", statsId );
    }
-   FASTLOG( "fp stat create group=", groupId, " statId=", statsId, " StatType: ",
-            FastLog::dec( U32( statTypesList[ 0 ] ) ), " types: ", FastLog::dec( U32( statIdx ) ) );
-   rc = SDK_CALL_UNIT_MORE( unit, bcm_field_entry_stat_attach( unit, entryId, statsId ),
-                            " GroupId: " << groupId << " entryId: " << entryId
-                                         << " statId: " << statsId );
-   if ( rc < 0 ) {
-      SDK_CALL_UNIT( unit, bcm_field_stat_destroy( unit, statsId ) );
-      return;
-   }
-   FASTLOG( "fp stat attach entry=", entryId, " statId=", statsId );
    unitRecord( unit ).entryStatsIs( tcamEntryId, statsId );
 }
 
 void
 TesselTcamEntryManager::removeStats( U32 unit, U32 tcamEntryId ) {
-   UnitEntriesCreated & record = unitRecord( unit );
    U32 entryId = tcamEntryId;
-   if ( !record.entryStatsHas( entryId ) ) {
+   const int * stat = unitRecord( unit ).entryStatsCollection().find( entryId );
+   if ( !stat ) {
       TRACE7( "Unit: " << unit << " can't find stats for entry 0x" << std::hex << entryId );
       return;
    }
-   int statsId = record.entryStats( entryId );
+   int statsId = *stat;
    TRACE7( "Unit: " << unit << " Attempting to detach statId " << statsId << " from entry 0x"
                     << std::hex << entryId );
-   SDK_CALL_UNIT( unit, bcm_field_entry_stat_detach( unit, entryId, statsId ) );
-   FASTLOG( "fp stat detach entry=", entryId, " statId=", statsId );
-   SDK_CALL_UNIT( unit, bcm_field_stat_destroy( unit, statsId ) );
-   FASTLOG( "fp stat destroy StatId= ", statsId, " entry=", entryId );
+   {
+      SdkCallRun run;
+      SDK_CALL_UNIT( unit, bcm_field_entry_stat_detach( unit, entryId, statsId ) );
+      FASTLOG( "fp stat detach entry=", entryId, " statId=", statsId );
+      SDK_CALL_UNIT( unit, bcm_field_stat_destroy( unit, statsId ) );
+      FASTLOG( "fp stat destroy StatId= ", statsId, " entry=", entryId );
+   }
    unitRecord( unit ).entryStatsDel( entryId );
 }
 

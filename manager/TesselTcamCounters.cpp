@@ -114,6 +114,7 @@ TesselTcamGroupManager::statCounterIndex( U32 unit, U32 statsId, bcm_field_stat_
 
 void
 TesselTcamGroupManager::clearEvictionCounter( U32 unit, int statsId, bool packets, bool bytes ) {
+   SdkCallRun run;
    oberon_stat_pool_index info; // filled by a successful call
    if ( SDK_CALL_UNIT( unit, oberon_bcm_esw_field_stat_pool_index_( unit, statsId, &info ) ) < 0 ) {
       return;

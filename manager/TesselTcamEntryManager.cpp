@@ -16,14 +16,6 @@ TRACE_CHANNEL( "TesselTcamEntryManager" );
 
 namespace Tessel {
 
-namespace {
-
-constexpr U32 entryIdMask = 0x00FFFFFF;
-constexpr U32 entryPipeShift = 24;
-constexpr U32 entryCopyShift = 27;
-
-} // namespace
-
 TesselTcamEntryManager::TesselTcamEntryManager(
    const Kiln::Name & name, TcamGroupAssignment groupAssignment, const Kiln::String & desc,
    TesselTcamGroupManager * groupManager, U32 group, U32 baseEntry, U32 endEntry,
@@ -35,17 +27,6 @@ TesselTcamEntryManager::TesselTcamEntryManager(
 }
 
 TesselTcamEntryManager::~TesselTcamEntryManager() = default;
-
-U32
-TesselTcamEntryManager::getPipeEntryId( U32, U32 pipe, U32 entry, U32 copy ) {
-   return ( entry & entryIdMask ) | ( ( pipe & 7 ) << entryPipeShift ) |
-          ( ( copy & 1 ) << entryCopyShift );
-}
-
-U32
-TesselTcamEntryManager::getBaseCopyEntryId( U32 entry ) {
-   return entry & ~( 1u << entryCopyShift );
-}
 
 UnitEntriesCreated &
 TesselTcamEntryManager::unitRecord( U32 unit ) const {
@@ -131,13 +112,15 @@ TesselTcamEntryManager::forgetUnit( U32 unit ) {
    }
    exhaustedDel( unit );
    internalUnitEntryDel( unit );
+   std::erase_if( keptCounts_, [ unit ]( const KeptCounts & kept ) { return kept.unit == unit; } );
 }
 
 void
 TesselTcamEntryManager::compressEntries( U32 unit ) {
    TRACE8( "compressEntries unit " << unit << " group " << group() );
    std::set< U32 > compressed;
-   for ( U32 groupId : layoutOf( unit ).pipeGroupIds ) {
+   const EntryLayout layout = layoutOf( unit );
+   for ( U32 groupId : layout.pipeGroupIds() ) {
       if ( !compressed.insert( groupId ).second ) {
          continue;
       }

@@ -50,6 +50,7 @@
 #include "catalogue/TcamAllocationStrategy.h"
 #include "catalogue/TcamGroupAssignment.h"
 #include "common/TesselExport.h"
+#include "manager/GroupCounts.h"
 #include "manager/StatTypes.h"
 #include "manager/UnitEntriesCreated.h"
 #include "platform/agent/PortList.h"
@@ -203,9 +204,12 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    // --- entry ids (TesselTcamEntryManager.cpp) ---
    // The SDK id of one copy: the logical id's low 24 bits, the pipe in bits
    // 24-26, the copy in bit 27.
-   static U32 getPipeEntryId( U32 unit, U32 pipe, U32 entry, U32 copy );
+   static U32
+   getPipeEntryId( U32, U32 pipe, U32 entry, U32 copy ) {
+      return ( entry & 0x00FFFFFF ) | ( pipe & 7 ) << 24 | ( copy & 1 ) << 27;
+   }
    // Copy 1 of a pipe to copy 0.
-   static U32 getBaseCopyEntryId( U32 entry );
+   static U32 getBaseCopyEntryId( U32 entry ) { return entry & ~( 1u << 27 ); }
    // maxPrio - entry: lower ids take precedence.
    U32 defaultPrio( U32 entry ) const { return maxPrio() - entry; }
 
@@ -350,6 +354,7 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    bool prepareUnit( U32 unit );
    int createCopy( U32 unit, U32 pipe, U32 copy, U32 & entry, const Kiln::String & desc );
    void countCopy( U32 unit, U32 pipeGroupId, S32 delta );
+   GroupCounts * pipeGroupCounts( U32 unit, U32 pipeGroupId ) const;
    void undoCopies( U32 unit, U32 entry, U32 made );
    bool copyFailureIsFatal( const EntryLayout & layout, U32 pipe, U32 copy ) const;
    void recordCopy( U32 unit, U32 entry, U32 tcamEntryId, U32 pipeGroupId,
@@ -366,7 +371,8 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    int qualifyRangeCheckers( U32 unit, U32 entry, U32 tcamEntryId, U32 pipe );
    int installLoopbackRedirect( U32 unit, U32 entry );
    void dropInstallRecords( U32 unit, U32 entry );
-   void clearCopyEvictions( U32 unit, const UnitEntriesCreated & record, U32 tcamEntryId );
+   // The copy's valid counter, whose evictions an install clears, or 0.
+   static int evictionStat( const UnitEntriesCreated & record, U32 tcamEntryId );
    // EntryRelease.cpp
    void releaseCopy( U32 unit, U32 tcamEntryId, U32 pipeGroupId, bool & freed );
    void scrubCopy( U32 unit, U32 entryId );
@@ -391,6 +397,15 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    U32 baseEntry_;
    U32 endEntry_;
    TcamAllocationStrategy strategy_;
+
+   // The group manager's counts of the pipe groups this manager counts
+   // into (pipeGroupCounts).
+   struct KeptCounts {
+      U32 unit;
+      U32 pipeGroupId;
+      Kiln::Ptr< GroupCounts > counts;
+   };
+   mutable std::vector< KeptCounts > keptCounts_;
 
    Kiln::OrderedCollection< U32, bool > exhausted_;
    Kiln::OrderedCollection< U32, Kiln::Ptr< UnitEntriesCreated > > internalUnitEntry_;

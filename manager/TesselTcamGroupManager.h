@@ -61,6 +61,7 @@
 #include "platform/kiln/Attribute.h"
 #include "platform/kiln/Collection.h"
 #include "platform/kiln/Entity.h"
+#include "platform/kiln/FlatHashCollection.h"
 #include "resources/TesselClassIdTypes.h"
 #include "resources/TesselRangeCheckerTypes.h"
 #include "resources/TesselUdfTypes.h"
@@ -1362,6 +1363,11 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
       return tcamManagerForEntry_.get( k );
    }
    bool tcamManagerForEntryHas( U32 k ) const { return tcamManagerForEntry_.has( k ); }
+   // The owner in place, or null; valid until the next tcamManagerForEntryIs.
+   const Kiln::Ptr< TesselTcamEntryManager > *
+   tcamManagerForEntryFind( U32 k ) const {
+      return tcamManagerForEntry_.find( k );
+   }
    void
    tcamManagerForEntryIs( U32 k, const Kiln::Ptr< TesselTcamEntryManager > & v ) {
       collectionIs( tcamManagerForEntry_, k, v, &NotifieeConst::onTcamManagerForEntry );
@@ -1595,7 +1601,9 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    Kiln::OrderedCollection< U32, bool > managedPriority_;
    Kiln::Attribute< U16 > maxPorts_;
    Kiln::Attribute< bool > ipv6MirroringSupported_;
-   Kiln::OrderedCollection< U32, Kiln::Ptr< TesselTcamEntryManager > > tcamManagerForEntry_;
+   // Written and erased with every entry handed out: a flat table.
+   Kiln::FlatHashCollection< U32, Kiln::Ptr< TesselTcamEntryManager >, EntryIdHash >
+      tcamManagerForEntry_;
    Kiln::OrderedCollection< U32, TcamStageTypes > tcamStage_;
    Kiln::OrderedCollection< GroupUnitKey, U32 > groupHintIdInfo_;
    Kiln::OrderedSet< U32 > rangeCheckersExhausted_;

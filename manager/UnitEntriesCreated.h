@@ -23,13 +23,16 @@
 // entry manager fills it in. Activity thread only.
 #pragma once
 
+#include <array>
+#include <span>
+#include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "common/TesselExport.h"
 #include "platform/kiln/Attribute.h"
 #include "platform/kiln/Collection.h"
 #include "platform/kiln/Entity.h"
+#include "platform/kiln/FlatHashCollection.h"
 #include "platform/kiln/String.h"
 #include "platform/kiln/Types.h"
 #include "sdk/api/types.h"
@@ -97,22 +100,69 @@ class TESSEL_EXPORT TcamEntryBcmPbmp : public Kiln::Entity {
    bool permanent_ = false;
 };
 
-// How a manager's group lies on a unit while the manager holds it.
+// Slots of the tables keyed by logical entry id: neighbouring ids in
+// neighbouring slots (ids are handed out densely).
+struct EntryIdHash {
+   size_t
+   operator()( U32 entry ) const noexcept {
+      return entry;
+   }
+};
+
+// Slots of the tables keyed by pipe entry id: the copies of one entry side
+// by side in a block of eight slots (pipe, and copy 1 four pipes on), the
+// blocks in id order, so that the copies of an entry share a cache line.
+struct PipeEntryIdHash {
+   size_t
+   operator()( U32 tcamEntryId ) const noexcept {
+      U32 pipe = tcamEntryId >> 24 & 7;
+      U32 copy = tcamEntryId >> 27 & 1;
+      return size_t( tcamEntryId & 0x00FFFFFF ) << 3 | ( ( pipe + 4 * copy ) & 7 );
+   }
+};
+
+// How a manager's group lies on a unit while the manager holds it. A plain
+// value (no allocation), so that callers copy it freely before SDK calls.
 struct EntryLayout {
+   // Pipes 0-7, two copies each at most (the fields of a pipe entry id).
+   static constexpr U32 maxPipeGroups = 16;
+
    U32 pipes = 1;
    U32 copies = 1;
-   std::vector< U32 > pipeGroupIds; // [ pipe * copies + copy ]
+   // [ pipe * copies + copy ], the first `used` of them.
+   std::array< U32, maxPipeGroups > ids{};
+   U32 used = 0;
    // The group runs per pipe (its copies see only their pipe's ports).
    bool perPipe = false;
    // Copies in pipe 1 are outer-VLAN twins of the base entry.
    bool ovidTwins = false;
    // Copies of each pipe are qualified on the ranges of that pipe.
    bool rangeModule = false;
+   // The group keeps a multicast placeholder entry (PBR groups on chips
+   // that call for it).
+   bool multicastWar = false;
 
    bool operator==( const EntryLayout & ) const = default;
+   // Throws std::out_of_range for a copy the layout does not have.
    U32
    pipeGroupId( U32 pipe, U32 copy ) const {
-      return pipeGroupIds.at( pipe * copies + copy );
+      U32 index = pipe * copies + copy;
+      if ( index >= used ) {
+         throw std::out_of_range( "EntryLayout::pipeGroupId" );
+      }
+      return ids[ index ];
+   }
+   std::span< const U32 >
+   pipeGroupIds() const {
+      return { ids.data(), used };
+   }
+   // Appends the SDK group of the next copy, pipe-major.
+   void
+   pipeGroupIdAdd( U32 pipeGroupId ) {
+      if ( used >= maxPipeGroups ) {
+         throw std::out_of_range( "EntryLayout::pipeGroupIdAdd" );
+      }
+      ids[ used++ ] = pipeGroupId;
    }
 };
 
@@ -168,7 +218,7 @@ class TESSEL_EXPORT UnitEntriesCreated : public Kiln::Entity {
       collectionDel( groupId_, tcamEntryId, &NotifieeConst::onGroupId );
    }
    void groupIdDelAll() { collectionDelAll( groupId_, &NotifieeConst::onGroupId ); }
-   const Kiln::HashCollection< U32, U32 > &
+   const Kiln::FlatHashCollection< U32, U32, PipeEntryIdHash > &
    groupIdCollection() const {
       return groupId_;
    }
@@ -184,7 +234,7 @@ class TESSEL_EXPORT UnitEntriesCreated : public Kiln::Entity {
       collectionDel( entryStats_, tcamEntryId, &NotifieeConst::onEntryStats );
    }
    void entryStatsDelAll() { collectionDelAll( entryStats_, &NotifieeConst::onEntryStats ); }
-   const Kiln::HashCollection< U32, int > &
+   const Kiln::FlatHashCollection< U32, int, PipeEntryIdHash > &
    entryStatsCollection() const {
       return entryStats_;
    }
@@ -207,7 +257,7 @@ class TESSEL_EXPORT UnitEntriesCreated : public Kiln::Entity {
    tcamEntryBcmPbmpDelAll() {
       collectionDelAll( tcamEntryBcmPbmp_, &NotifieeConst::onTcamEntryBcmPbmp );
    }
-   const Kiln::HashCollection< U32, Kiln::Ptr< TcamEntryBcmPbmp > > &
+   const Kiln::FlatHashCollection< U32, Kiln::Ptr< TcamEntryBcmPbmp >, EntryIdHash > &
    tcamEntryBcmPbmpCollection() const {
       return tcamEntryBcmPbmp_;
    }
@@ -258,11 +308,13 @@ class TESSEL_EXPORT UnitEntriesCreated : public Kiln::Entity {
    U32 unit_;
    Kiln::Attribute< EntryLayout > layout_;
    Kiln::OrderedCollection< U32, Kiln::String > entryCreated_;
-   Kiln::HashCollection< U32, U32 > groupId_;
-   Kiln::HashCollection< U32, int > entryStats_;
-   Kiln::HashCollection< U32, Kiln::Ptr< TcamEntryBcmPbmp > > tcamEntryBcmPbmp_;
-   Kiln::HashCollection< U32, PortBitmap > outportsBcmPbmp_;
-   Kiln::HashCollection< U32, LoopbackPortRedirect > loopbackPortRedirectAction_;
+   // Filled and emptied with every entry: flat tables, no allocation per
+   // entry once grown.
+   Kiln::FlatHashCollection< U32, U32, PipeEntryIdHash > groupId_;
+   Kiln::FlatHashCollection< U32, int, PipeEntryIdHash > entryStats_;
+   Kiln::FlatHashCollection< U32, Kiln::Ptr< TcamEntryBcmPbmp >, EntryIdHash > tcamEntryBcmPbmp_;
+   Kiln::FlatHashCollection< U32, PortBitmap, EntryIdHash > outportsBcmPbmp_;
+   Kiln::FlatHashCollection< U32, LoopbackPortRedirect, EntryIdHash > loopbackPortRedirectAction_;
    Kiln::Attribute< bool > rangeAllocated_;
    Kiln::Attribute< U32 > multicastDummy_;
 };

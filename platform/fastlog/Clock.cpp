@@ -5,6 +5,7 @@
 #include <cstring>
 #include <ctime>
 #include <mutex>
+#include <type_traits>
 
 #if defined( __x86_64__ ) || defined( __i386__ )
 #include <x86intrin.h>
@@ -76,7 +77,9 @@ class CycleClock {
          if ( version & 1 || nsPerCycle == 0 || elapsed > limit ) {
             return calibrate();
          }
-         return baseNanos + U64( double( elapsed ) * nsPerCycle );
+         // elapsed is below the limit: signed conversions, a single
+         // instruction each way
+         return baseNanos + U64( S64( double( S64( elapsed ) ) * nsPerCycle ) );
       }
    }
 
@@ -126,12 +129,16 @@ class CycleClock {
 
 const bool useCounter = counterTrusted();
 
+// Constant-initialised and never destroyed: usable by static constructors
+// and exit-time traces alike, and no guard to test on every read.
+constinit CycleClock cycleClock;
+static_assert( std::is_trivially_destructible_v< CycleClock > );
+
 } // namespace
 
 U64
 nowNanos() {
-   static CycleClock * clock = new CycleClock;  // used by exit-time traces too
-   return useCounter ? clock->now() : systemNanos();
+   return useCounter ? cycleClock.now() : systemNanos();
 }
 
 #else

@@ -55,10 +55,12 @@ class TraceChannel {
 };
 
 // Builds one trace line in a per-thread stream and hands it to the sink.
-// Used by the macros; a line whose building throws is dropped.
+// Used by the macros; a line whose building throws is dropped. Cold: the
+// compiler moves the line's building out of the caller's hot code, where
+// trace points that are off would otherwise take cache room.
 class TraceWriter {
  public:
-   TraceWriter( const TraceChannel & channel, U32 level );
+   [[gnu::cold]] TraceWriter( const TraceChannel & channel, U32 level );
    ~TraceWriter();
    TraceWriter( const TraceWriter & ) = delete;
    TraceWriter & operator=( const TraceWriter & ) = delete;

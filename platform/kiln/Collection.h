@@ -279,6 +279,28 @@ class OrderedCollection : public Detail::KeyedCollection< std::map< K, V, Compar
    lowerBound( const K & key ) const {
       return iterator( &this->map_, this->map_.lower_bound( key ) );
    }
+   // `fn( key, value )` for every element in key order. Walks the map
+   // itself, without the iterators' re-finding of each key, so `fn` must not
+   // change the collection; likewise anyOf.
+   template< typename Fn >
+   void
+   forEach( Fn && fn ) const {
+      for ( const auto & [ key, value ] : this->map_ ) {
+         fn( key, value );
+      }
+   }
+   // Whether `pred( key, value )` holds for an element, asked in key order
+   // until it does.
+   template< typename Pred >
+   bool
+   anyOf( Pred && pred ) const {
+      for ( const auto & [ key, value ] : this->map_ ) {
+         if ( pred( key, value ) ) {
+            return true;
+         }
+      }
+      return false;
+   }
 };
 
 template< typename K, typename V, typename Hash = std::hash< K > >

@@ -94,6 +94,12 @@ class MailboxServer {
    // and the exception propagates.
    U32 serve( const Handler & handler );
 
+   // Watches the slots for up to `period` without sleeping; true as soon as
+   // one holds a request. An agent that watches for a moment after
+   // answering serves a command's next request without the cost of waking
+   // from sleep, which is most of a short round trip.
+   bool requestWithin( std::chrono::microseconds period ) const;
+
    const std::string & doorbellPath() const;
    const std::string & segmentName() const { return segment_.name(); }
 

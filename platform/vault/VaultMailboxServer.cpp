@@ -1,3 +1,4 @@
+#include <chrono>
 #include <cstring>
 #include <poll.h>
 #include <sys/socket.h>
@@ -126,6 +127,22 @@ MailboxServer::serve( const Handler & handler ) {
       answer( request, serving, result );
    }
    return served;
+}
+
+bool
+MailboxServer::requestWithin( std::chrono::microseconds period ) const {
+   const auto until = std::chrono::steady_clock::now() + period;
+   for ( ;; ) {
+      for ( U32 index = 0; index < slotCount_; ++index ) {
+         if ( ( loadAcquire( &slot( index ).control ) & 0xFF ) == slotRequested ) {
+            return true;
+         }
+      }
+      cpuRelax();
+      if ( std::chrono::steady_clock::now() >= until ) {
+         return false;
+      }
+   }
 }
 
 void

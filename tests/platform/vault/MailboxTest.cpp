@@ -276,17 +276,22 @@ TEST( VaultMailbox, ClientFailuresWithoutAnAgent ) {
 }
 
 // The doorbell is what the agent's event loop polls: it rings once a
-// request is waiting and is quiet again once served.
-TEST( VaultMailbox, DoorbellDescriptorFollowsRequests ) {
+// request is waiting and is quiet again once served. Watching the slots
+// sees the same request without the doorbell, and gives up after its period.
+TEST( VaultMailbox, DoorbellAndWatchFollowRequests ) {
    TestPrefix prefix;
    Store store( prefix );
    MailboxServer server( store, 2 );
    EXPECT_FALSE( server.wait( 0 ) );
+   auto watchStart = std::chrono::steady_clock::now();
+   EXPECT_FALSE( server.requestWithin( 2ms ) );
+   EXPECT_GE( std::chrono::steady_clock::now() - watchStart, 2ms );
    std::thread client( [ & ] {
       MailboxClient mailbox( prefix );
       Answer answer;
       mailbox.call( Request{ 0, 0, 0, 0, "max" }, answer, 2000ms );
    } );
+   EXPECT_TRUE( server.requestWithin( 2s ) );
    ASSERT_TRUE( server.wait( 2000 ) );
    std::string parameters;
    U32 served = server.serve( [ & ]( const IncomingRequest & in ) {
