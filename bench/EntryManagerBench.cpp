@@ -29,12 +29,12 @@
 // and likewise directEntry and directOp.
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <ctime>
 #include <malloc.h>
 #include <memory>
 #include <vector>
 
+#include "bench/Percentiles.h"
 #include "catalogue/TcamGroupAssignment.h"
 #include "catalogue/TcamGroupId.h"
 #include "manager/ChipInfoFromShim.h"
@@ -219,12 +219,6 @@ fillNsPerEntry( EntryFn && entry ) {
    }
    double took = threadCpuNs() - start;
    return took / double( capacity );
-}
-
-double
-median( std::vector< double > values ) {
-   std::sort( values.begin(), values.end() );
-   return values[ values.size() / 2 ];
 }
 
 // Each iteration fills a group through the library and one with the same

@@ -6,6 +6,13 @@
 #include <benchmark/benchmark.h>
 #include <vector>
 
+// The middle value (the upper one of an even count); values must not be empty.
+inline double
+median( std::vector< double > values ) {
+   std::sort( values.begin(), values.end() );
+   return values[ values.size() / 2 ];
+}
+
 inline void
 percentiles( benchmark::State & state, std::vector< double > & micros ) {
    if ( micros.empty() ) {

@@ -61,8 +61,7 @@ forEachEntryOnUnit( const TesselTcamEntryManager & entryManager, U32 unit, Fn &&
       return;
    }
    Kiln::Ptr< UnitEntriesCreated > record = entryManager.internalUnitEntry( unit );
-   record->entryCreatedCollection().forEach(
-      [ & ]( U32 entry, const Kiln::String & desc ) { fn( entry, desc ); } );
+   record->entryCreatedCollection().forEach( fn );
 }
 // Hits of a logical entry in a pipe group: summed over the copies of the
 // pipe and, under the outer-VLAN workaround, over the twins in pipe 1.

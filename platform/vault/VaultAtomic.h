@@ -44,13 +44,4 @@ fetchAdd( U32 * word, U32 value ) {
    return __atomic_fetch_add( word, value, __ATOMIC_ACQ_REL );
 }
 
-// One step of a busy wait on a word another process writes: tells the
-// processor so, which saves power and the sibling thread's share.
-inline void
-cpuRelax() {
-#if defined( __x86_64__ ) || defined( __i386__ )
-   __builtin_ia32_pause();
-#endif
-}
-
 } // namespace Vault

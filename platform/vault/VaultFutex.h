@@ -35,4 +35,31 @@ futexWakeAll( U32 * word ) {
    syscall( SYS_futex, word, FUTEX_WAKE, INT_MAX, nullptr, nullptr, 0 );
 }
 
+// One step of a busy wait on memory another process writes: tells the
+// processor so, which saves power and the sibling thread's share.
+inline void
+cpuRelax() {
+#if defined( __x86_64__ ) || defined( __i386__ )
+   __builtin_ia32_pause();
+#endif
+}
+
+// Busy-waits, without a system call, until ready() holds or `until` has
+// passed; true when ready. Cheaper than sleeping when the other process is
+// about to write: a sleeper's wake-up can cost as much as the work awaited.
+template< typename Ready >
+bool
+watchUntil( Ready && ready, std::chrono::steady_clock::time_point until ) {
+   for ( U32 turn = 0;; ++turn ) {
+      if ( ready() ) {
+         return true;
+      }
+      cpuRelax();
+      // The clock is read now and then: it costs more than a look at memory.
+      if ( turn % 64 == 63 && std::chrono::steady_clock::now() >= until ) {
+         return false;
+      }
+   }
+}
+
 } // namespace Vault

@@ -23,20 +23,6 @@ constexpr std::chrono::milliseconds livenessInterval( 20 );
 // so a short watch halves a typical round trip for little processor time.
 constexpr std::chrono::microseconds watchBeforeSleep( 200 );
 
-// Watches the word until it leaves `control` or the watch ends; true when it left.
-bool
-watch( const U32 * word, U32 control, std::chrono::steady_clock::time_point until ) {
-   for ( U32 turn = 0;; ++turn ) {
-      if ( loadAcquire( word ) != control ) {
-         return true;
-      }
-      cpuRelax();
-      if ( turn % 64 == 63 && std::chrono::steady_clock::now() >= until ) {
-         return false;
-      }
-   }
-}
-
 } // namespace
 
 MailboxClient::MailboxClient( std::string prefix )
@@ -235,7 +221,7 @@ MailboxClient::await( U32 index, U64 token, std::chrono::milliseconds timeout,
    const U32 serving = ( pid_ << 8 ) | slotServing;
    const U32 answered = ( pid_ << 8 ) | slotAnswered;
    const ProcessIdentity agent{ header().ownerPid, header().ownerStart };
-   const Clock::time_point watchUntil = std::min( Clock::now() + watchBeforeSleep, deadline );
+   const Clock::time_point watchEnd = std::min( Clock::now() + watchBeforeSleep, deadline );
    Clock::time_point nextLivenessCheck = Clock::now() + livenessInterval;
    for ( ;; ) {
       U32 control = loadAcquire( &s.control );
@@ -276,7 +262,8 @@ MailboxClient::await( U32 index, U64 token, std::chrono::milliseconds timeout,
          }
          continue;
       }
-      if ( now < watchUntil && watch( &s.control, control, watchUntil ) ) {
+      if ( now < watchEnd &&
+           watchUntil( [ & ] { return loadAcquire( &s.control ) != control; }, watchEnd ) ) {
          continue;
       }
       futexWait( &s.control, control, std::min< Clock::duration >( deadline - now,

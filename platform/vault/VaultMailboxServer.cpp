@@ -1,4 +1,3 @@
-#include <chrono>
 #include <cstring>
 #include <poll.h>
 #include <sys/socket.h>
@@ -131,18 +130,15 @@ MailboxServer::serve( const Handler & handler ) {
 
 bool
 MailboxServer::requestWithin( std::chrono::microseconds period ) const {
-   const auto until = std::chrono::steady_clock::now() + period;
-   for ( ;; ) {
+   auto requested = [ this ] {
       for ( U32 index = 0; index < slotCount_; ++index ) {
          if ( ( loadAcquire( &slot( index ).control ) & 0xFF ) == slotRequested ) {
             return true;
          }
       }
-      cpuRelax();
-      if ( std::chrono::steady_clock::now() >= until ) {
-         return false;
-      }
-   }
+      return false;
+   };
+   return watchUntil( requested, std::chrono::steady_clock::now() + period );
 }
 
 void
