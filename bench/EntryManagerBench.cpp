@@ -2,17 +2,23 @@
 // library adds to the hardware work of an entry.
 //
 // An entry of the IP CoPP group (one copy in each of 4 pipes, 4608 entries
-// when full) is taken with
-// getEntry, qualified on the base entry and installed with installEntry;
-// the "Direct" benchmarks make the same SDK calls, in the same order,
-// straight on the model. Traces are off (TESSEL_TRACE unset); the FastLog
-// records stay on, as they do in the agent.
+// when full) is taken with getEntry, qualified on the base entry and
+// installed with installEntry; the "direct" side makes the same SDK calls,
+// in the same order, straight on the model. Traces are off (TESSEL_TRACE
+// unset); the FastLog records stay on, as they do in the agent.
 //
-//   PairedFill as many entries as the group holds, from empty, through the
-//              library and directly in turn; the median of the pairs' ratios
-//   Op/1000    one entry taken, qualified, installed, removed and released
-//              with 1000 entries in the group
-//   Op/0       the same with the group full (all but the one)
+// The box has two units with the group on each. Sides that are compared run
+// in turns of a few dozen entries (about a millisecond each) on their own
+// unit, so that a slower stretch of the machine weighs on both alike.
+//
+//   PairedFill   as many entries as the group holds, from empty, through
+//                the library on unit 0 and directly on unit 1 in turns;
+//                the median over fills of library time / direct time
+//   PairedOp     one entry taken, qualified, installed, removed and
+//                released through the library, with 1000 entries in unit
+//                0's group and unit 1's full (all but the one), in turns;
+//                the median of the turns' full / 1000 ratios
+//   LibraryOp/N, DirectOp/N   the operation alone (N = 0: group full)
 //
 //    build/default/bench/EntryManagerBench
 //
@@ -29,9 +35,11 @@
 // and likewise directEntry and directOp.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <ctime>
 #include <malloc.h>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "bench/Percentiles.h"
@@ -61,31 +69,35 @@ committed() {
 }
 
 // The THx-like profile with a counter for every row of the ingress stage,
-// so that every entry of a full group has its counters.
+// so that every entry of a full group has its counters; two units of it.
 std::vector< ChipModel::Profile >
-profile() {
+profiles() {
    ChipModel::Profile thx = *ChipModel::findProfile( "thx" );
    ChipModel::StageProfile & ifp = thx.stages[ 0 ];
    ifp.countersPerPool = ifp.slicesPerPipe * ifp.entriesPerSlice / ifp.counterPools;
-   return { thx };
+   return { thx, thx };
 }
 
-// A THx-like box (counters for every row) whose unit is set up by a group manager (its reserved
-// ranges made) and whose CoPP group exists; the activity lock is held as
-// the agent holds it.
+constexpr U32 units = 2;
+
+// A box of two THx-like units (counters for every row), both set up by a
+// group manager (their reserved ranges made) with the CoPP group on each;
+// the activity lock is held as the agent holds it.
 struct Setup {
-   Setup() : box( profile(), committed() ), manager( new TesselTcamGroupManager( "tcam" ) ) {
+   Setup() : box( profiles(), committed() ), manager( new TesselTcamGroupManager( "tcam" ) ) {
       manager->handleInitialized();
-      manager->modChipInfoIs( 1, chipInfoFromShim( 1, { 0 } ) );
-      manager->initializeGroup( 0, group );
+      manager->modChipInfoIs( 1, chipInfoFromShim( 1, { 0, 1 } ) );
+      for ( U32 unit = 0; unit < units; ++unit ) {
+         manager->initializeGroup( unit, group );
+      }
       copp = manager->unboundedEntryManager( policyCoppIpTcamGroup_ );
    }
    ~Setup() {
       copp = nullptr;
       manager = nullptr;
    }
-   // Logical entries the group can still take.
-   U32 capacity() { return manager->entriesAvailable( 0, group ); }
+   // Logical entries the unit's group can still take.
+   U32 capacity( U32 unit ) { return manager->entriesAvailable( unit, group ); }
 
    ChipModel::Box box;
    Kiln::ActivityLockGuard activity;
@@ -101,25 +113,25 @@ dstOf( U32 index ) {
 // --- through the library ---
 
 [[gnu::noinline]] U32
-libraryEntry( Setup & s, U32 index ) {
-   U32 entry = s.copp->getEntry( 0, "bench" );
+libraryEntry( Setup & s, U32 unit, U32 index ) {
+   U32 entry = s.copp->getEntry( unit, "bench" );
    {
       Kiln::UnlockAnchor anchor( Kiln::ActivityUnlockAnchor::lock() );
-      bcm_field_qualify_DstIp( 0, entry, dstOf( index ), 0xffffffff );
+      bcm_field_qualify_DstIp( int( unit ), entry, dstOf( index ), 0xffffffff );
    }
-   s.copp->installEntry( 0, entry );
+   s.copp->installEntry( unit, entry );
    return entry;
 }
 
 void
-libraryDrop( Setup & s, U32 entry ) {
-   s.copp->removeEntry( 0, entry );
-   s.copp->releaseEntry( 0, entry );
+libraryDrop( Setup & s, U32 unit, U32 entry ) {
+   s.copp->removeEntry( unit, entry );
+   s.copp->releaseEntry( unit, entry );
 }
 
 [[gnu::noinline]] void
-libraryOp( Setup & s, U32 index ) {
-   libraryDrop( s, libraryEntry( s, index ) );
+libraryOp( Setup & s, U32 unit, U32 index ) {
+   libraryDrop( s, unit, libraryEntry( s, unit, index ) );
 }
 
 // --- the same SDK calls made directly ---
@@ -135,56 +147,56 @@ pipeGroup( U32 pipe ) {
 }
 
 [[gnu::noinline]] DirectEntry
-directEntry( U32 index ) {
+directEntry( int unit, U32 index ) {
    Kiln::UnlockAnchor anchor( Kiln::ActivityUnlockAnchor::lock() );
    DirectEntry e{};
    for ( U32 pipe = 0; pipe < pipes; ++pipe ) {
       bcm_field_entry_t id = 0;
       if ( pipe == 0 ) {
-         bcm_field_entry_create( 0, pipeGroup( 0 ), &id );
+         bcm_field_entry_create( unit, pipeGroup( 0 ), &id );
       } else {
          id = static_cast< bcm_field_entry_t >( e.ids[ 0 ] | pipe << 24 );
-         bcm_field_entry_create_id( 0, pipeGroup( pipe ), id );
+         bcm_field_entry_create_id( unit, pipeGroup( pipe ), id );
       }
       e.ids[ pipe ] = U32( id );
-      bcm_field_entry_prio_set( 0, id, int( maxPrio - e.ids[ 0 ] ) );
+      bcm_field_entry_prio_set( unit, id, int( maxPrio - e.ids[ 0 ] ) );
    }
    for ( U32 pipe = 0; pipe < pipes; ++pipe ) {
       bcm_field_stat_t types[] = { bcmFieldStatPackets, bcmFieldStatBytes };
-      bcm_field_stat_create( 0, pipeGroup( pipe ), 2, types, &e.stats[ pipe ] );
-      bcm_field_entry_stat_attach( 0, e.ids[ pipe ], e.stats[ pipe ] );
+      bcm_field_stat_create( unit, pipeGroup( pipe ), 2, types, &e.stats[ pipe ] );
+      bcm_field_entry_stat_attach( unit, e.ids[ pipe ], e.stats[ pipe ] );
    }
-   bcm_field_qualify_DstIp( 0, e.ids[ 0 ], dstOf( index ), 0xffffffff );
+   bcm_field_qualify_DstIp( unit, e.ids[ 0 ], dstOf( index ), 0xffffffff );
    for ( U32 pipe = 0; pipe < pipes; ++pipe ) {
       if ( pipe > 0 ) {
-         SdkShim->ob_field_entry_copy_id( 0, e.ids[ 0 ], e.ids[ pipe ] );
+         SdkShim->ob_field_entry_copy_id( unit, e.ids[ 0 ], e.ids[ pipe ] );
       }
-      bcm_field_entry_install( 0, e.ids[ pipe ] );
+      bcm_field_entry_install( unit, e.ids[ pipe ] );
       oberon_stat_pool_index info;
-      oberon_bcm_esw_field_stat_pool_index_( 0, e.stats[ pipe ], &info );
+      oberon_bcm_esw_field_stat_pool_index_( unit, e.stats[ pipe ], &info );
       for ( int i = 0; i < info.num_indices; ++i ) {
-         bcm_field_stat_eviction_clear( 0, info.pipe, info.pool_id, info.indices[ i ], 1, 1 );
+         bcm_field_stat_eviction_clear( unit, info.pipe, info.pool_id, info.indices[ i ], 1, 1 );
       }
    }
    return e;
 }
 
 void
-directDrop( const DirectEntry & e ) {
+directDrop( int unit, const DirectEntry & e ) {
    Kiln::UnlockAnchor anchor( Kiln::ActivityUnlockAnchor::lock() );
    for ( U32 pipe = 0; pipe < pipes; ++pipe ) {
-      bcm_field_entry_remove( 0, e.ids[ pipe ] );
+      bcm_field_entry_remove( unit, e.ids[ pipe ] );
    }
    for ( U32 pipe = 0; pipe < pipes; ++pipe ) {
-      bcm_field_entry_stat_detach( 0, e.ids[ pipe ], e.stats[ pipe ] );
-      bcm_field_stat_destroy( 0, e.stats[ pipe ] );
-      bcm_field_entry_destroy( 0, e.ids[ pipe ] );
+      bcm_field_entry_stat_detach( unit, e.ids[ pipe ], e.stats[ pipe ] );
+      bcm_field_stat_destroy( unit, e.stats[ pipe ] );
+      bcm_field_entry_destroy( unit, e.ids[ pipe ] );
    }
 }
 
 [[gnu::noinline]] void
-directOp( U32 index ) {
-   directDrop( directEntry( index ) );
+directOp( int unit, U32 index ) {
+   directDrop( unit, directEntry( unit, index ) );
 }
 
 // --- benchmarks ---
@@ -199,7 +211,7 @@ directOp( U32 index ) {
    return true;
 }();
 
-// Thread CPU time in nanoseconds: the fills run on this thread alone.
+// Thread CPU time in nanoseconds: the work runs on this thread alone.
 double
 threadCpuNs() {
    timespec now;
@@ -207,65 +219,137 @@ threadCpuNs() {
    return double( now.tv_sec ) * 1e9 + double( now.tv_nsec );
 }
 
-// CPU nanoseconds per entry of filling a fresh group with `entry`.
-template< typename EntryFn >
-double
-fillNsPerEntry( EntryFn && entry ) {
-   auto s = std::make_unique< Setup >();
-   U32 capacity = s->capacity();
-   double start = threadCpuNs();
-   for ( U32 index = 0; index < capacity; ++index ) {
-      entry( *s, index );
+// Two sides of a comparison, each run in turns of `count` steps and timed
+// turn by turn. Which side goes first alternates from one round to the
+// next, so that neither always finds the caches as the other left them.
+// The box's call log is emptied before each turn, untimed: left to grow,
+// its vector's doublings (copies of up to hundreds of thousands of
+// records) would fall on whichever side happened to cross them.
+struct Turns {
+   explicit Turns( ChipModel::Box & box ) : box( box ) {}
+
+   ChipModel::Box & box;
+   double first = 0;   // nanoseconds spent in side one
+   double second = 0;  // and in side two
+
+   template< typename One, typename Two >
+   void
+   round( U32 count, One && one, Two && two, bool oneFirst ) {
+      if ( oneFirst ) {
+         first += timed( count, one );
+         second += timed( count, two );
+      } else {
+         second += timed( count, two );
+         first += timed( count, one );
+      }
    }
-   double took = threadCpuNs() - start;
-   return took / double( capacity );
+
+   template< typename Step >
+   double
+   timed( U32 count, Step && step ) {
+      box.clearCallLog();
+      double start = threadCpuNs();
+      for ( U32 i = 0; i < count; ++i ) {
+         step();
+      }
+      return threadCpuNs() - start;
+   }
+};
+
+// About a millisecond of entries per turn: long enough that reading the
+// clock costs nothing, short enough that the machine's pace barely moves
+// within a round.
+constexpr U32 entriesPerTurn = 48;
+
+constexpr U32 libraryUnit = 0;
+constexpr int directUnit = 1;
+
+// One fill of a fresh box: the library fills unit 0's group, the same calls
+// made directly fill unit 1's with as many entries, in turns. Returns
+// the library's and the direct side's nanoseconds per entry.
+std::pair< double, double >
+pairedFill() {
+   auto s = std::make_unique< Setup >();
+   const U32 capacity = s->capacity( libraryUnit );
+   U32 libraryNext = 0;
+   U32 directNext = 0;
+   Turns turns( s->box );
+   for ( U32 done = 0; done < capacity; done += entriesPerTurn ) {
+      const U32 count = std::min( entriesPerTurn, capacity - done );
+      turns.round(
+         count, [ & ] { libraryEntry( *s, libraryUnit, libraryNext++ ); },
+         [ & ] { directEntry( directUnit, directNext++ ); }, ( done / entriesPerTurn ) % 2 == 0 );
+   }
+   return { turns.first / capacity, turns.second / capacity };
 }
 
-// Each iteration fills a group through the library and one with the same
-// calls made directly, in turn (which goes first alternates), and takes the
-// pair's ratio: a neighbour's burst or the allocator's state then weighs on
-// both sides of a ratio alike. Reports the medians. One pair is filled
-// before the timing: the very first fill of a process pays for the heap's
-// growth (page faults of fresh memory), which measured 1.7 to 2.4 times a
-// later fill and would always land on the side that goes first.
+// Reports the medians over fills. One fill is made before the timing: the
+// very first fill of a process pays for the heap's growth (page faults of
+// fresh memory), which measured 1.7 to 2.4 times a later one.
 void
 BM_PairedFill( benchmark::State & state ) {
    std::vector< double > library;
    std::vector< double > direct;
    std::vector< double > ratios;
-   auto viaLibrary = [] { return fillNsPerEntry( []( Setup & s, U32 i ) { libraryEntry( s, i ); } ); };
-   auto viaModel = [] { return fillNsPerEntry( []( Setup &, U32 i ) { directEntry( i ); } ); };
-   viaLibrary();
-   viaModel();
+   pairedFill();
    for ( auto _ : state ) {
-      bool libraryFirst = library.size() % 2 == 0;
-      double first = libraryFirst ? viaLibrary() : viaModel();
-      double second = libraryFirst ? viaModel() : viaLibrary();
-      library.push_back( libraryFirst ? first : second );
-      direct.push_back( libraryFirst ? second : first );
-      ratios.push_back( library.back() / direct.back() );
+      auto [ libraryNs, directNs ] = pairedFill();
+      library.push_back( libraryNs );
+      direct.push_back( directNs );
+      ratios.push_back( libraryNs / directNs );
    }
    state.counters[ "libraryNsPerEntry" ] = median( library );
    state.counters[ "directNsPerEntry" ] = median( direct );
    state.counters[ "ratio" ] = median( ratios );
 }
 
+constexpr U32 opsPerTurn = 16;
+
+// The operation through the library with 1000 entries in unit 0's group
+// and unit 1's full but one, in turns; reports the median of the rounds'
+// full / 1000 ratios and each side's median time per operation.
+void
+BM_PairedOp( benchmark::State & state ) {
+   Setup s;
+   const U32 levels[ units ] = { 1000, s.capacity( 1 ) - 1 };
+   for ( U32 unit = 0; unit < units; ++unit ) {
+      for ( U32 i = 0; i < levels[ unit ]; ++i ) {
+         libraryEntry( s, unit, i );
+      }
+   }
+   std::vector< double > at1k;
+   std::vector< double > full;
+   std::vector< double > ratios;
+   for ( auto _ : state ) {
+      Turns turns( s.box );
+      turns.round(
+         opsPerTurn, [ & ] { libraryOp( s, 0, levels[ 0 ] ); },
+         [ & ] { libraryOp( s, 1, levels[ 1 ] ); }, at1k.size() % 2 == 0 );
+      at1k.push_back( turns.first / opsPerTurn );
+      full.push_back( turns.second / opsPerTurn );
+      ratios.push_back( turns.second / turns.first );
+   }
+   state.counters[ "at1kNsPerOp" ] = median( at1k );
+   state.counters[ "fullNsPerOp" ] = median( full );
+   state.counters[ "ratio" ] = median( ratios );
+}
+
 // The group's level for an Op benchmark: its argument, or full but one.
 U32
-levelOf( benchmark::State & state, Setup & s ) {
-   return state.range( 0 ) ? U32( state.range( 0 ) ) : s.capacity() - 1;
+levelOf( benchmark::State & state, Setup & s, U32 unit ) {
+   return state.range( 0 ) ? U32( state.range( 0 ) ) : s.capacity( unit ) - 1;
 }
 
 void
 BM_LibraryOp( benchmark::State & state ) {
    Setup s;
-   U32 level = levelOf( state, s );
+   U32 level = levelOf( state, s, libraryUnit );
    for ( U32 i = 0; i < level; ++i ) {
-      libraryEntry( s, i );
+      libraryEntry( s, libraryUnit, i );
    }
    s.box.clearCallLog();
    for ( auto _ : state ) {
-      libraryOp( s, level );
+      libraryOp( s, libraryUnit, level );
    }
    state.counters[ "entries" ] = level;
    state.counters[ "sdkCalls" ] = double( s.box.callLog().size() ) / double( state.iterations() );
@@ -274,13 +358,13 @@ BM_LibraryOp( benchmark::State & state ) {
 void
 BM_DirectOp( benchmark::State & state ) {
    Setup s;
-   U32 level = levelOf( state, s );
+   U32 level = levelOf( state, s, libraryUnit );
    for ( U32 i = 0; i < level; ++i ) {
-      directEntry( i );
+      directEntry( directUnit, i );
    }
    s.box.clearCallLog();
    for ( auto _ : state ) {
-      directOp( level );
+      directOp( directUnit, level );
    }
    state.counters[ "entries" ] = level;
    state.counters[ "sdkCalls" ] = double( s.box.callLog().size() ) / double( state.iterations() );
@@ -289,6 +373,7 @@ BM_DirectOp( benchmark::State & state ) {
 } // namespace
 
 BENCHMARK( BM_PairedFill )->Unit( benchmark::kMillisecond )->Iterations( 5 );
+BENCHMARK( BM_PairedOp )->Unit( benchmark::kMillisecond )->Iterations( 60 );
 BENCHMARK( BM_LibraryOp )->Arg( 1000 )->Arg( 0 )->Unit( benchmark::kMicrosecond );
 BENCHMARK( BM_DirectOp )->Arg( 1000 )->Arg( 0 )->Unit( benchmark::kMicrosecond );
 
