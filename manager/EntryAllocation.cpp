@@ -212,23 +212,27 @@ TesselTcamEntryManager::countCopy( U32 unit, U32 pipeGroupId, S32 delta ) {
 
 // Every copy made or destroyed is counted, so the counts found are kept.
 // A pipe group's counts hold a record of the unit exactly while the group
-// exists there, and counts that leave the group manager hold none: a kept
-// one without the unit's record is looked up again.
+// exists there, and counts that leave the group manager hold none: once the
+// group manager's counts have changed, a kept one without the unit's record
+// is looked up again.
 GroupCounts *
 TesselTcamEntryManager::pipeGroupCounts( U32 unit, U32 pipeGroupId ) const {
+   const U64 generation = groupManager()->groupCountsGeneration();
    for ( KeptCounts & kept : keptCounts_ ) {
       if ( kept.unit == unit && kept.pipeGroupId == pipeGroupId ) {
-         if ( kept.counts->unitRefCountHas( unit ) ) {
-            return kept.counts.rawPtr_;
+         if ( !kept.counts ||
+              ( kept.generation != generation && !kept.counts->unitRefCountHas( unit ) ) ) {
+            kept.counts =
+               groupManager()->groupCounts( GroupIdToPipeGroupId{ group(), pipeGroupId } );
          }
-         kept.counts = groupManager()->groupCounts( GroupIdToPipeGroupId{ group(), pipeGroupId } );
+         kept.generation = generation;
          return kept.counts.rawPtr_;
       }
    }
    Kiln::Ptr< GroupCounts > counts =
       groupManager()->groupCounts( GroupIdToPipeGroupId{ group(), pipeGroupId } );
    if ( counts ) {
-      keptCounts_.push_back( KeptCounts{ unit, pipeGroupId, counts } );
+      keptCounts_.push_back( KeptCounts{ unit, pipeGroupId, counts, generation } );
    }
    return counts.rawPtr_;
 }

@@ -30,8 +30,13 @@ TesselTcamEntryManager::~TesselTcamEntryManager() = default;
 
 UnitEntriesCreated &
 TesselTcamEntryManager::unitRecord( U32 unit ) const {
+   if ( lastRecord_ && lastRecordUnit_ == unit ) {
+      return *lastRecord_;
+   }
    const Kiln::Ptr< UnitEntriesCreated > * record = internalUnitEntry_.find( unit );
    KILN_ASSERT_MSG( record && *record, "unit not set up for the entry manager" );
+   lastRecordUnit_ = unit;
+   lastRecord_ = record->rawPtr_;
    return **record;
 }
 

@@ -185,16 +185,20 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    bool internalUnitEntryHas( U32 unit ) const { return internalUnitEntry_.has( unit ); }
    Kiln::Ptr< UnitEntriesCreated >
    internalUnitEntryIs( U32 unit ) {
-      return collectionEntityIs( internalUnitEntry_, unit,
-                                 &NotifieeConst::onInternalUnitEntry, unit );
+      Kiln::Ptr< UnitEntriesCreated > record = collectionEntityIs(
+         internalUnitEntry_, unit, &NotifieeConst::onInternalUnitEntry, unit );
+      lastRecord_ = nullptr;
+      return record;
    }
    void
    internalUnitEntryDel( U32 unit ) {
       collectionDel( internalUnitEntry_, unit, &NotifieeConst::onInternalUnitEntry );
+      lastRecord_ = nullptr;
    }
    void
    internalUnitEntryDelAll() {
       collectionDelAll( internalUnitEntry_, &NotifieeConst::onInternalUnitEntry );
+      lastRecord_ = nullptr;
    }
    const Kiln::OrderedCollection< U32, Kiln::Ptr< UnitEntriesCreated > > &
    internalUnitEntryCollection() const {
@@ -404,11 +408,16 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
       U32 unit;
       U32 pipeGroupId;
       Kiln::Ptr< GroupCounts > counts;
+      U64 generation; // the group manager's counts generation when last checked
    };
    mutable std::vector< KeptCounts > keptCounts_;
 
    Kiln::OrderedCollection< U32, bool > exhausted_;
    Kiln::OrderedCollection< U32, Kiln::Ptr< UnitEntriesCreated > > internalUnitEntry_;
+   // The record unitRecord found last: an entry's work asks for its unit's
+   // record a dozen times. Forgotten whenever the collection changes.
+   mutable U32 lastRecordUnit_ = 0;
+   mutable UnitEntriesCreated * lastRecord_ = nullptr;
    Kiln::Attribute< U32 > maxPrio_{ 0 };
    Kiln::Attribute< U32 > invalidPrio_{ 0xFFFFFFFF };
    Kiln::Attribute< bool > allocateStatsPerEntry_{ true };

@@ -761,8 +761,16 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    void
    groupCountsDel( const GroupIdToPipeGroupId & k ) {
       collectionDel( groupCounts_, k, &NotifieeConst::onGroupCounts );
+      ++groupCountsGeneration_;
    }
-   void groupCountsDelAll() { collectionDelAll( groupCounts_, &NotifieeConst::onGroupCounts ); }
+   void
+   groupCountsDelAll() {
+      collectionDelAll( groupCounts_, &NotifieeConst::onGroupCounts );
+      ++groupCountsGeneration_;
+   }
+   // Moves on whenever counts leave the collection or lose a unit's record:
+   // counts kept elsewhere are still good while it stays.
+   U64 groupCountsGeneration() const { return groupCountsGeneration_; }
    const Kiln::OrderedCollection< GroupIdToPipeGroupId, Kiln::Ptr< GroupCounts > > &
    groupCountsCollection() const {
       return groupCounts_;
@@ -1562,6 +1570,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    Kiln::Attribute< Kiln::Ptr< Kiln::Entity > > featureAgentStatusDir_;
    Kiln::Attribute< Kiln::Ptr< Agent::TesselCommonSmData > > tesselCommonSmData_;
    Kiln::OrderedCollection< GroupIdToPipeGroupId, Kiln::Ptr< GroupCounts > > groupCounts_;
+   U64 groupCountsGeneration_ = 0;
    Kiln::OrderedCollection< U32, Kiln::Ptr< TesselOvidWarSm > > ovidWarSm_;
    Kiln::OrderedCollection< U32, bool > ovidWar_;
    Kiln::Attribute< Kiln::Ptr< Kiln::Entity > > evictStatus_;

@@ -266,6 +266,19 @@ class OrderedCollection : public Detail::KeyedCollection< std::map< K, V, Compar
    typedef Detail::OrderedIterator< Map > iterator;
    typedef iterator const_iterator;
 
+   // Inserts or replaces; returns whether anything changed. A key above
+   // every other (ids handed out in rising order) goes in at the end
+   // without a walk down the tree.
+   bool
+   set( const K & key, const V & value ) {
+      Map & map = this->map_;
+      if ( !map.empty() && map.key_comp()( map.rbegin()->first, key ) ) {
+         map.emplace_hint( map.end(), key, value );
+         return true;
+      }
+      return Detail::KeyedCollection< Map >::set( key, value );
+   }
+
    iterator
    begin() const {
       return iterator( &this->map_, this->map_.begin() );

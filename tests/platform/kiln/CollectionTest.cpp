@@ -4,6 +4,7 @@
 #include "platform/kiln/Ptr.h"
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -34,6 +35,23 @@ TEST( Collection, PtrValuesCompareByIdentity ) {
    EXPECT_FALSE( c.set( 1, r ) );
    EXPECT_TRUE( c.set( 1, new Record ) );
    EXPECT_EQ( 1u, r->references() ); // the collection let go of it
+}
+
+// Keys above all others take a shortcut in; order, replacement and the
+// reported change must not depend on which way a key went in.
+TEST( Collection, OrderedSetsKeepOrderWhereverTheKeyGoes ) {
+   Kiln::OrderedCollection< U32, std::string, std::greater< U32 > > descending;
+   Kiln::OrderedCollection< U32, std::string > c;
+   for ( U32 key : { 5u, 9u, 2u, 12u, 7u } ) {
+      EXPECT_TRUE( c.set( key, "v" + std::to_string( key ) ) );
+      descending.set( key, "v" );
+   }
+   EXPECT_FALSE( c.set( 12, "v12" ) );  // the last key, unchanged
+   EXPECT_TRUE( c.set( 12, "w12" ) );   // the last key, replaced
+   EXPECT_TRUE( c.set( 13, "v13" ) );   // a new last key
+   EXPECT_EQ( ( std::vector< U32 >{ 2, 5, 7, 9, 12, 13 } ), c.keys() );
+   EXPECT_EQ( "w12", c.get( 12 ) );
+   EXPECT_EQ( ( std::vector< U32 >{ 12, 9, 7, 5, 2 } ), descending.keys() );
 }
 
 TEST( Collection, CountersHonourTheirTypeRange ) {
