@@ -156,12 +156,22 @@ TesselTcamEntryManager::setExhausted( U32 unit, bool exhausted, bool freed ) {
       manager->sliceFreedIs( unit );
       return;
    }
+   // Every entry taken clears the mark: once the group was found calm on
+   // the unit, nothing is looked at again until a mark or a manager changes.
+   const U64 generation = manager->exhaustionGeneration();
+   if ( !exhausted && calmUnit_ == unit && calmGeneration_ == generation ) {
+      return;
+   }
    const auto & sameGroup = manager->entryManagersOfGroup( group() );
    bool changes = false;
    for ( const Kiln::Ptr< TesselTcamEntryManager > & other : sameGroup ) {
       changes = changes || !other->exhaustedHas( unit ) || other->exhausted( unit ) != exhausted;
    }
    if ( !changes ) {
+      if ( !exhausted ) {
+         calmUnit_ = unit;
+         calmGeneration_ = generation;
+      }
       return;
    }
    // A copy: observers told of a change may change the managers.
@@ -188,6 +198,13 @@ TesselTcamEntryManager::setExhaustedForManager( U32 unit, bool exhausted, U32 gr
       exhaustedIs( unit, exhausted );
    } else if ( !exhausted && freed ) {
       exhaustedIs( unit, false );
+   }
+}
+
+void
+TesselTcamEntryManager::exhaustionChanged() {
+   if ( TesselTcamGroupManager * manager = groupManager() ) {
+      manager->exhaustionChanged();
    }
 }
 

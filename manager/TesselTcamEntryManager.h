@@ -173,10 +173,22 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    bool exhaustedHas( U32 unit ) const { return exhausted_.has( unit ); }
    void
    exhaustedIs( U32 unit, bool v ) {
-      collectionIs( exhausted_, unit, v, &NotifieeConst::onExhausted );
+      if ( collectionIs( exhausted_, unit, v, &NotifieeConst::onExhausted ) ) {
+         exhaustionChanged();
+      }
    }
-   void exhaustedDel( U32 unit ) { collectionDel( exhausted_, unit, &NotifieeConst::onExhausted ); }
-   void exhaustedDelAll() { collectionDelAll( exhausted_, &NotifieeConst::onExhausted ); }
+   void
+   exhaustedDel( U32 unit ) {
+      if ( collectionDel( exhausted_, unit, &NotifieeConst::onExhausted ) ) {
+         exhaustionChanged();
+      }
+   }
+   void
+   exhaustedDelAll() {
+      if ( collectionDelAll( exhausted_, &NotifieeConst::onExhausted ) ) {
+         exhaustionChanged();
+      }
+   }
 
    Kiln::Ptr< UnitEntriesCreated >
    internalUnitEntry( U32 unit ) const {
@@ -263,6 +275,8 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    // hold their chunk); managers of other groups only hear of space freed.
    void setExhausted( U32 unit, bool exhausted, bool freed );
    void setExhaustedForManager( U32 unit, bool exhausted, U32 group, bool freed );
+   // Tells the group manager that the exhausted marks changed.
+   void exhaustionChanged();
    // Whether range checkers ran out on the unit.
    bool rangeCheckersExhausted( U32 unit ) const;
    // Holds the group on the unit (creating it when needed) and reads its
@@ -418,6 +432,11 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    // record a dozen times. Forgotten whenever the collection changes.
    mutable U32 lastRecordUnit_ = 0;
    mutable UnitEntriesCreated * lastRecord_ = nullptr;
+   // The unit on which every manager of the group was last found not
+   // exhausted, and the group manager's exhaustion generation then
+   // (setExhausted has nothing to do while both hold).
+   U32 calmUnit_ = 0;
+   U64 calmGeneration_ = ~U64( 0 );
    Kiln::Attribute< U32 > maxPrio_{ 0 };
    Kiln::Attribute< U32 > invalidPrio_{ 0xFFFFFFFF };
    Kiln::Attribute< bool > allocateStatsPerEntry_{ true };

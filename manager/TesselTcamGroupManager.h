@@ -771,6 +771,10 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    // Moves on whenever counts leave the collection or lose a unit's record:
    // counts kept elsewhere are still good while it stays.
    U64 groupCountsGeneration() const { return groupCountsGeneration_; }
+   // Moves on whenever an entry manager's exhausted marks change or the
+   // managers come and go: a check of a group's marks holds while it stays.
+   U64 exhaustionGeneration() const { return exhaustionGeneration_; }
+   void exhaustionChanged() { ++exhaustionGeneration_; }
    const Kiln::OrderedCollection< GroupIdToPipeGroupId, Kiln::Ptr< GroupCounts > > &
    groupCountsCollection() const {
       return groupCounts_;
@@ -1550,6 +1554,7 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    std::map< U32, Shim::PortConfig > portConfigs_; // by unit
    mutable std::map< U32, std::vector< Kiln::Ptr< TesselTcamEntryManager > > > managersByGroup_;
    mutable bool managersByGroupStale_ = true;
+   U64 exhaustionGeneration_ = 0;
    Kiln::Attribute< bool > paclSliceSharingSupported_;
    Kiln::Attribute< bool > mirrorAclSliceSharingSupported_;
    Kiln::Attribute< bool > qosAclSliceSharingSupported_;

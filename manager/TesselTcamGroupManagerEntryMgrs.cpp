@@ -86,6 +86,7 @@ TesselTcamGroupManager::entryManagerMake( Map & map, Callback callback, const ch
                    groupManager, group, baseEntry, endEntry, strategy );
    collectionIs( map, groupAssignment, made, callback );
    managersByGroupStale_ = true;
+   exhaustionChanged();
    return made;
 }
 
@@ -128,12 +129,14 @@ void
 TesselTcamGroupManager::entryManagerDel( TcamGroupAssignment groupAssignment ) {
    collectionDel( entryManager_, groupAssignment, &NotifieeConst::onEntryManager );
    managersByGroupStale_ = true;
+   exhaustionChanged();
 }
 
 void
 TesselTcamGroupManager::entryManagerDelAll() {
    collectionDelAll( entryManager_, &NotifieeConst::onEntryManager );
    managersByGroupStale_ = true;
+   exhaustionChanged();
 }
 
 void
@@ -141,12 +144,14 @@ TesselTcamGroupManager::unboundedEntryManagerDel( TcamGroupAssignment groupAssig
    collectionDel( unboundedEntryManager_, groupAssignment,
                   &NotifieeConst::onUnboundedEntryManager );
    managersByGroupStale_ = true;
+   exhaustionChanged();
 }
 
 void
 TesselTcamGroupManager::unboundedEntryManagerDelAll() {
    collectionDelAll( unboundedEntryManager_, &NotifieeConst::onUnboundedEntryManager );
    managersByGroupStale_ = true;
+   exhaustionChanged();
 }
 
 const std::vector< Kiln::Ptr< TesselTcamEntryManager > > &

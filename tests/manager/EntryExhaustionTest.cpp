@@ -85,6 +85,29 @@ TEST_F( ExhaustionTest, AFullGroupExhaustsItsManagersButNotReservedOrHeldOnes ) 
    ASSERT_EQ( 103u, onDemandB->getEntry( 0, 103, "b" ) );
 }
 
+// Entries taken while nothing is exhausted skip the group's marks; they must
+// still see every later change of them.
+TEST_F( ExhaustionTest, MarksFollowEveryRoundOfFillingAndFreeing ) {
+   for ( int round = 0; round < 3; ++round ) {
+      std::vector< U32 > filled = fill( *fillerA );
+      ASSERT_EQ( 8u, filled.size() );
+      EXPECT_TRUE( otherA->exhausted( 0 ) );
+      fillerA->releaseEntry( 0, filled.back() );
+      EXPECT_FALSE( otherA->exhausted( 0 ) );
+      U32 other = otherA->getEntry( 0, "other" ); // the freed row, calm again
+      ASSERT_NE( 0u, other );
+      EXPECT_EQ( 0u, fillerA->getEntry( 0, "more" ) );
+      EXPECT_TRUE( fillerA->exhausted( 0 ) );
+      EXPECT_TRUE( otherA->exhausted( 0 ) );
+      filled.pop_back();
+      for ( U32 id : filled ) {
+         fillerA->releaseEntry( 0, id );
+      }
+      otherA->releaseEntry( 0, other );
+      EXPECT_FALSE( fillerA->exhausted( 0 ) );
+   }
+}
+
 TEST_F( ExhaustionTest, RunningOutIsTracedWithTheCallAndTheFeature ) {
    fill( *fillerA );
    FastLog::TraceCapture capture( "bcmFpCmd", FastLog::TraceLevels::only( 0 ) );
