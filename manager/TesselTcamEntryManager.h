@@ -197,20 +197,23 @@ class TESSEL_EXPORT TesselTcamEntryManager : public Kiln::Entity {
    bool internalUnitEntryHas( U32 unit ) const { return internalUnitEntry_.has( unit ); }
    Kiln::Ptr< UnitEntriesCreated >
    internalUnitEntryIs( U32 unit ) {
-      Kiln::Ptr< UnitEntriesCreated > record = collectionEntityIs(
-         internalUnitEntry_, unit, &NotifieeConst::onInternalUnitEntry, unit );
       lastRecord_ = nullptr;
-      return record;
+      return collectionEntityIs( internalUnitEntry_, unit,
+                                 &NotifieeConst::onInternalUnitEntry, unit );
    }
+   // The kept record is forgotten before the change: observers told of it
+   // must not be handed a record that has gone.
    void
    internalUnitEntryDel( U32 unit ) {
-      collectionDel( internalUnitEntry_, unit, &NotifieeConst::onInternalUnitEntry );
       lastRecord_ = nullptr;
+      collectionDel( internalUnitEntry_, unit, &NotifieeConst::onInternalUnitEntry );
    }
+   // Key by key in key order, each deletion told, like any DelAll.
    void
    internalUnitEntryDelAll() {
-      collectionDelAll( internalUnitEntry_, &NotifieeConst::onInternalUnitEntry );
-      lastRecord_ = nullptr;
+      for ( U32 unit : internalUnitEntry_.keys() ) {
+         internalUnitEntryDel( unit );
+      }
    }
    const Kiln::OrderedCollection< U32, Kiln::Ptr< UnitEntriesCreated > > &
    internalUnitEntryCollection() const {
