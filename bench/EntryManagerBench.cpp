@@ -358,7 +358,7 @@ BM_LibraryOp( benchmark::State & state ) {
 void
 BM_DirectOp( benchmark::State & state ) {
    Setup s;
-   U32 level = levelOf( state, s, libraryUnit );
+   U32 level = levelOf( state, s, U32( directUnit ) );
    for ( U32 i = 0; i < level; ++i ) {
       directEntry( directUnit, i );
    }
