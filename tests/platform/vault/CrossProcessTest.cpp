@@ -2,6 +2,9 @@
 // a reader's feet, agents that die without cleaning up.
 #include <signal.h>
 
+#include <chrono>
+#include <thread>
+
 #include "platform/vault/VaultMailbox.h"
 #include "platform/vault/VaultStore.h"
 #include "platform/vault/VaultTable.h"
@@ -36,6 +39,9 @@ churn( const std::string & prefix, Signal & ready, Signal & stop ) {
             table.remove( key );
          }
       }
+      // A short rest between passes, as an agent has between changes: a
+      // writer that never stops leaves a reader no window for a whole copy.
+      std::this_thread::sleep_for( std::chrono::microseconds( 100 ) );
    }
    return 0;
 }
@@ -53,7 +59,14 @@ TEST( VaultCrossProcess, ConcurrentWritesAreNeverSeenTorn ) {
    Snapshot snapshot;
    U32 consistent = 0;
    U32 largestGeneration = 0;
-   for ( int round = 0; round < 3000; ++round ) {
+   // At least 3000 rounds, and on until the reader has followed the growth:
+   // on a busy machine the writer may not even run during the first ones.
+   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds( 30 );
+   auto more = [ & ]( int round ) {
+      return round < 3000 ||
+             ( largestGeneration == 0 && std::chrono::steady_clock::now() < deadline );
+   };
+   for ( int round = 0; more( round ); ++round ) {
       Status status = reader.snapshot( snapshot );
       ASSERT_TRUE( status.ok() || status.code() == Errc::inconsistent ) << status.text();
       if ( !status.ok() ) {
