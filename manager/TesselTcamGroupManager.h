@@ -1527,6 +1527,13 @@ class TESSEL_EXPORT TesselTcamGroupManager : public Kiln::Entity {
    void registerReservations( U32 unit, const Agent::ChipInfo & info );
    void forgetUnit( U32 unit );
    void addGroupUser( U32 unit, U32 groupId );
+   // Entry managers came or went: the by-group lists are built again and
+   // calm groups' exhaustion marks are checked again.
+   void
+   managersChanged() {
+      managersByGroupStale_ = true;
+      exhaustionChanged();
+   }
    void compressEntriesOfGroup( U32 unit, U32 groupId );
    void destroyGroupOnUnit( U32 unit, U32 groupId, bool destroyUdf );
    void destroyGroupUdfQualifiers( U32 unit, U32 groupId );

@@ -85,8 +85,7 @@ TesselTcamGroupManager::entryManagerMake( Map & map, Callback callback, const ch
       new Manager( entryManagerName( name(), collection, groupAssignment ), groupAssignment, desc,
                    groupManager, group, baseEntry, endEntry, strategy );
    collectionIs( map, groupAssignment, made, callback );
-   managersByGroupStale_ = true;
-   exhaustionChanged();
+   managersChanged();
    return made;
 }
 
@@ -128,30 +127,26 @@ TesselTcamGroupManager::unboundedEntryManagerIs( TcamGroupAssignment groupAssign
 void
 TesselTcamGroupManager::entryManagerDel( TcamGroupAssignment groupAssignment ) {
    collectionDel( entryManager_, groupAssignment, &NotifieeConst::onEntryManager );
-   managersByGroupStale_ = true;
-   exhaustionChanged();
+   managersChanged();
 }
 
 void
 TesselTcamGroupManager::entryManagerDelAll() {
    collectionDelAll( entryManager_, &NotifieeConst::onEntryManager );
-   managersByGroupStale_ = true;
-   exhaustionChanged();
+   managersChanged();
 }
 
 void
 TesselTcamGroupManager::unboundedEntryManagerDel( TcamGroupAssignment groupAssignment ) {
    collectionDel( unboundedEntryManager_, groupAssignment,
                   &NotifieeConst::onUnboundedEntryManager );
-   managersByGroupStale_ = true;
-   exhaustionChanged();
+   managersChanged();
 }
 
 void
 TesselTcamGroupManager::unboundedEntryManagerDelAll() {
    collectionDelAll( unboundedEntryManager_, &NotifieeConst::onUnboundedEntryManager );
-   managersByGroupStale_ = true;
-   exhaustionChanged();
+   managersChanged();
 }
 
 const std::vector< Kiln::Ptr< TesselTcamEntryManager > > &

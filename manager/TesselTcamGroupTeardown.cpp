@@ -70,10 +70,11 @@ TesselTcamGroupManager::destroyGroupOnUnit( U32 unit, U32 groupId, bool destroyU
       destroyPipeGroup( unit, key.pipeGroupId );
       Kiln::Ptr< GroupCounts > counts = groupCounts( key );
       counts->unitRefCountDel( unit );
-      ++groupCountsGeneration_;
       counts->unitAllocatedDel( unit );
       if ( counts->unitRefCountCollection().empty() ) {
          groupCountsDel( key );
+      } else {
+         ++groupCountsGeneration_; // kept counts lost this unit's record
       }
    }
    doDestroyGroupPreselId( unit, groupId );
