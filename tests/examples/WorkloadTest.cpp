@@ -68,14 +68,6 @@ TEST( WorkloadFile, EveryFeatureInFileOrderWithItsFields ) {
    EXPECT_EQ( 6u, w.size() );
 }
 
-TEST( WorkloadFile, TheShippedWorkloadReads ) {
-   Workload w = readWorkloadFile( TESSEL_REPO_DIR "/examples/workloads/default.workload" );
-   EXPECT_FALSE( w.acl.empty() );
-   EXPECT_FALSE( w.copp.empty() );
-   EXPECT_FALSE( w.qos.empty() );
-   EXPECT_FALSE( w.mirror.empty() );
-}
-
 TEST( WorkloadFile, AMistakeNamesFileLineAndWhat ) {
    struct Case {
       const char * line;
