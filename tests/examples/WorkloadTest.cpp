@@ -117,24 +117,6 @@ TEST( WorkloadFile, AMistakeNamesFileLineAndWhat ) {
    }
 }
 
-TEST( WorkloadFile, NothingOfABadFileIsUsedAndAMissingOneIsNamed ) {
-   VaultTest::TempDir dir;
-   std::ofstream( dir.file( "w" ) ) << "acl permit\nacl permit\n# fine so far\nqos x\n";
-   try {
-      readWorkloadFile( dir.file( "w" ) );
-      ADD_FAILURE() << "a bad file was read";
-   } catch ( const FieldTextError & e ) {
-      EXPECT_EQ( dir.file( "w" ) + ":4: qos class 'x' needs priority=",
-                 e.what() );
-   }
-   try {
-      readWorkloadFile( dir.file( "none" ) );
-      ADD_FAILURE() << "a missing file was read";
-   } catch ( const FieldTextError & e ) {
-      EXPECT_EQ( dir.file( "none" ) + ": cannot open", e.what() );
-   }
-}
-
 // A match becomes one key per pair of port prefixes; together the keys
 // take exactly the ports of the ranges.
 TEST( Ipv4Keys, PortRangesMultiplyAndCoverExactly ) {
