@@ -106,8 +106,4 @@ TEST_F( TrafficTest, AClassBenchHeaderIsAnIpv4PacketOnTheGivenPort ) {
    EXPECT_EQ( 80, t.packet.l4DstPort );
 }
 
-TEST_F( TrafficTest, TheShippedTrafficReads ) {
-   EXPECT_EQ( 59u, readTrafficFile( TESSEL_REPO_DIR "/examples/workloads/default.traffic" ).size() );
-}
-
 } // namespace

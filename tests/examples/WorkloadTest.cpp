@@ -68,14 +68,6 @@ TEST( WorkloadFile, EveryFeatureInFileOrderWithItsFields ) {
    EXPECT_EQ( 6u, w.size() );
 }
 
-TEST( WorkloadFile, TheShippedWorkloadReads ) {
-   Workload w = readWorkloadFile( TESSEL_REPO_DIR "/examples/workloads/default.workload" );
-   EXPECT_FALSE( w.acl.empty() );
-   EXPECT_FALSE( w.copp.empty() );
-   EXPECT_FALSE( w.qos.empty() );
-   EXPECT_FALSE( w.mirror.empty() );
-}
-
 TEST( WorkloadFile, AMistakeNamesFileLineAndWhat ) {
    struct Case {
       const char * line;
@@ -122,24 +114,6 @@ TEST( WorkloadFile, AMistakeNamesFileLineAndWhat ) {
    };
    for ( const Case & c : cases ) {
       EXPECT_EQ( c.error, errorOf( c.line ) ) << c.line;
-   }
-}
-
-TEST( WorkloadFile, NothingOfABadFileIsUsedAndAMissingOneIsNamed ) {
-   VaultTest::TempDir dir;
-   std::ofstream( dir.file( "w" ) ) << "acl permit\nacl permit\n# fine so far\nqos x\n";
-   try {
-      readWorkloadFile( dir.file( "w" ) );
-      ADD_FAILURE() << "a bad file was read";
-   } catch ( const FieldTextError & e ) {
-      EXPECT_EQ( dir.file( "w" ) + ":4: qos class 'x' needs priority=",
-                 e.what() );
-   }
-   try {
-      readWorkloadFile( dir.file( "none" ) );
-      ADD_FAILURE() << "a missing file was read";
-   } catch ( const FieldTextError & e ) {
-      EXPECT_EQ( dir.file( "none" ) + ": cannot open", e.what() );
    }
 }
 

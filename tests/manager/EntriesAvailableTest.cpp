@@ -42,21 +42,6 @@ TEST_P( EntriesAvailableTest, AHeldGroupKeepsItsCount ) {
    EXPECT_EQ( 1u, counts->unitRefCount( 0 ) );
 }
 
-// Under the outer-VLAN-ID workaround an entry and its twin share the
-// group's one SDK group: the group is made once and counts half its rows.
-TEST_P( EntriesAvailableTest, TheOuterVlanWorkaroundSharesTheGroupAndHalves ) {
-   if ( !GetParam().ovidWar ) {
-      GTEST_SKIP() << "untagged packets keep their VLAN on this chip";
-   }
-   ASSERT_TRUE( m.manager->initializeGroup( 0, IFP_GROUP_IP_ACL_ ) );
-   EXPECT_EQ( baseline.groups + 1, m.box.counts( 0 ).groups );
-   EXPECT_EQ( 1u, m.manager->pipeGroupsOf( 0, IFP_GROUP_IP_ACL_ ).size() );
-   EXPECT_EQ( U32( rawFree( IFP_GROUP_IP_ACL_ ) ) / 2,
-              m.manager->entriesAvailable( 0, IFP_GROUP_IP_ACL_ ) );
-   m.manager->uninitializeGroup( 0, IFP_GROUP_IP_ACL_ );
-   EXPECT_EQ( baseline, m.box.counts( 0 ) );
-}
-
 // The arithmetic where both apply: halved, then per copy, a quarter.
 TEST( EntriesAvailableArithmetic, TheWorkaroundHalvesAndCopiesDivide ) {
    ManagerBox m{ { "thx" } };

@@ -175,12 +175,4 @@ TEST( EthAddr, BadTextIsRefusedWithTheReason ) {
         "001c73aabbcc" } );
 }
 
-TEST( AddressFamily, ValuesAndNames ) {
-   std::ostringstream os;
-   os << ipv6;
-   EXPECT_EQ( "ipv6", os.str() );
-   EXPECT_EQ( ipv4, AddressFamilyInstance( "ipv4" ).value() );
-   EXPECT_THROW( AddressFamilyInstance( 3 ), Kiln::RangeException );
-}
-
 } // namespace

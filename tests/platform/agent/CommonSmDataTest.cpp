@@ -2,7 +2,6 @@
 
 #include "platform/agent/TesselCommonSmData.h"
 
-#include <sstream>
 #include <vector>
 
 namespace {
@@ -107,13 +106,6 @@ TEST_F( Readiness, UnitsMarkedNotToProgramAreSkipped ) {
    scsd->doNotProgramUnitDel( 1 );
    scsd->unitDel( 0 );
    EXPECT_EQ( ( std::vector< U32 >{ 1, 2 } ), scsd->unitsToProgram() );
-}
-
-TEST( TcamFlashDownloadReq, NamesForTraces ) {
-   std::ostringstream os;
-   os << tcamFlashDownloadReqSliceTcamReconcile << " " << TcamFlashDownloadReq( 9 );
-   EXPECT_EQ( "tcamFlashDownloadReqSliceTcamReconcile 9", os.str() );
-   EXPECT_EQ( 4u, tcamFlashDownloadReqSliceTcamReconcile );
 }
 
 } // namespace

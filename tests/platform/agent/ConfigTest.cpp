@@ -4,20 +4,11 @@
 #include "platform/agent/PlatformState.h"
 
 #include <functional>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace {
-
-TEST( AclTypes, NamesReadAndWrite ) {
-   std::ostringstream os;
-   os << Acl::mac_ << " " << Acl::tcamBankSharingModeShared;
-   EXPECT_EQ( "mac tcamBankSharingModeShared", os.str() );
-   EXPECT_EQ( Acl::ipv6_, Acl::AclTypeInstance( "ipv6" ).value() );
-   EXPECT_THROW( Acl::AclTypeInstance( 3 ), Kiln::RangeException );
-}
 
 // Records which callback fired, so that a setter wired to the wrong
 // notification shows up.

@@ -86,13 +86,6 @@ TEST_F( LogMessageTest, StandardErrorByDefaultAndAnyDescriptorOnRequest ) {
                      FastLog::logMessageCount( "TESSEL_UDF_HW_RESOURCE_NORMAL" ) );
 }
 
-TEST( LogMessageSeverity, WordsFollowTheSystemLogScale ) {
-   EXPECT_STREQ( "emergency", FastLog::severityWord( 0 ) );
-   EXPECT_STREQ( "error", FastLog::severityWord( 3 ) );
-   EXPECT_STREQ( "debug", FastLog::severityWord( 7 ) );
-   EXPECT_STREQ( "unknown", FastLog::severityWord( 8 ) );
-}
-
 TEST( LogMessageDeathTest, ArgumentsMustMatchPlaceholders ) {
    EXPECT_DEATH( FastLog::logMessage( groupFull, "only one" ),
                  "Assertion 'log message arguments do not match its %s placeholders' failed" );

@@ -146,16 +146,6 @@ TEST_F( TraceConfigTextTest, BadItemsAreReportedAndSkippedGoodOnesApply ) {
    EXPECT_EQ( 1u, FastLog::traceRules().size() );
 }
 
-TEST_F( TraceConfigTextTest, EnvironmentVariableIsAppliedAndBadItemsGoToStderr ) {
-   setenv( "TESSEL_TRACE", "bcmFpCmd/4,bcmFpCmd/99", 1 );
-   FastLogTest::StderrCapture stderrCapture;
-   FastLog::traceConfigFromEnvironment();
-   const std::string text = stderrCapture.text();
-   unsetenv( "TESSEL_TRACE" );
-   EXPECT_EQ( "TESSEL_TRACE: ignoring \"bcmFpCmd/99\": level 99 is not in 0-9\n", text );
-   EXPECT_EQ( TraceLevels::only( 4 ), bcmFpCmdChannel.levels() );
-}
-
 // Runs in a child process started by the test below, with TESSEL_TRACE set
 // before the program (and so the library) was loaded.
 TEST( TraceEnvironmentChild, LevelsFromTheVariableAtStart ) {

@@ -37,12 +37,3 @@ TEST( SdkTypes, InitialisersSetTheDocumentedDefaults ) {
    bcm_field_group_config_t_init( nullptr ); // must not crash
 }
 
-TEST( SdkTypes, EnumerationNames ) {
-   EXPECT_STREQ( "Ingress", bcm_field_stage_name( bcmFieldStageIngress ) );
-   EXPECT_STREQ( "Class", bcm_field_stage_name( bcmFieldStageClass ) );
-   EXPECT_EQ( nullptr, bcm_field_stage_name( bcmFieldStageCount ) );
-   EXPECT_STREQ( "Double", bcm_field_group_mode_name( bcmFieldGroupModeDouble ) );
-   EXPECT_STREQ( "Ipv4Any", bcm_field_IpType_name( bcmFieldIpTypeIpv4Any ) );
-   EXPECT_STREQ( "NotFirst", bcm_field_IpFrag_name( bcmFieldIpFragNotFirst ) );
-   EXPECT_EQ( nullptr, bcm_field_TunnelType_name( -1 ) );
-}

@@ -254,25 +254,13 @@ TEST_F( StagedClassify, InstallsTakeEffectAtTheFlashProgram ) {
    EXPECT_EQ( 1u, box_.unit( 0 ).commits() );
 }
 
-TEST_F( StagedClassify, AHitlessRestartKeepsTheHardwareUntilTheNextProgram ) {
+TEST_F( StagedClassify, ARestartStartsBareAndAColdOneClearsTheHardware ) {
    group( 1, dstIp, 1 );
    entry( 1, 100, 1, 0, bcmFieldActionDrop );
    ASSERT_EQ( BCM_E_NONE, oberon_tcam_flash_program( 0, false, false, false, false ) );
    box_.restart( 0, true );
    EXPECT_EQ( 0u, box_.counts( 0 ).total() ); // the new agent starts from nothing
    EXPECT_TRUE( send( 1 ).dropped );          // forwarding goes on meanwhile
-   group( 1, dstIp, 1 );
-   entry( 1, 100, 1, 0, bcmFieldActionCopyToCpu );
-   LookupResult before = send( 1 );
-   EXPECT_TRUE( before.dropped );
-   EXPECT_FALSE( before.copiedToCpu );
-   ASSERT_EQ( BCM_E_NONE, oberon_tcam_flash_program( 0, true, false, false, false ) );
-   EXPECT_EQ( static_cast< U32 >( BCM_FIELD_COMMIT_HITLESS ),
-              box_.unit( 0 ).commitFlags() );
-   LookupResult after = send( 1 );
-   EXPECT_FALSE( after.dropped );
-   EXPECT_TRUE( after.copiedToCpu );
-   // A cold restart clears the hardware at once.
    box_.restart( 0, false );
    EXPECT_TRUE( send( 1 ).stages.empty() );
 }

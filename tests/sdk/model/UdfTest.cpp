@@ -190,17 +190,13 @@ TEST( FlexParser, ChunksOfAnAbstractFormatAreTakenOnce ) {
    EXPECT_EQ( 1u, box.counts( 0 ).chunks );
 }
 
-TEST( OlderRangeApi, CheckersOfTheUnitAreSharedByEveryGroup ) {
+TEST( OlderRangeApi, AnInvertedCheckerMatchesOutsideItsRangeAndIsHeldByItsEntry ) {
    Box box( { "single" }, committed() );
    bcm_field_range_t range;
    ASSERT_EQ( BCM_E_NONE,
               bcm_field_range_create( 0, &range, BCM_FIELD_RANGE_SRCPORT, 1024, 65535 ) );
-   EXPECT_EQ( BCM_E_PARAM, bcm_field_range_create( 0, &range, 0, 1, 2 ) );
    EXPECT_EQ( BCM_E_EXISTS,
               bcm_field_range_create_id( 0, range, BCM_FIELD_RANGE_DSTPORT, 1, 2 ) );
-   bcm_range_config_t module;
-   bcm_range_config_t_init( &module );
-   EXPECT_EQ( BCM_E_UNAVAIL, bcm_range_create( 0, 0, &module ) );
    bcm_field_group_config_t config =
       groupConfig( box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyRangeCheck } ), 1 );
    ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) );
@@ -210,89 +206,7 @@ TEST( OlderRangeApi, CheckersOfTheUnitAreSharedByEveryGroup ) {
    int port = portIn( box.unit( 0 ).profile(), 0 );
    EXPECT_TRUE( box.send( 0, Packet::ipv4( port, 1, 2, 6, 80, 80 ) ).dropped );
    EXPECT_FALSE( box.send( 0, Packet::ipv4( port, 1, 2, 6, 8080, 80 ) ).dropped );
-   for ( int i = 1; i < 32; ++i ) {
-      bcm_field_range_t more;
-      ASSERT_EQ( BCM_E_NONE, bcm_field_range_create(
-                                0, &more, BCM_FIELD_RANGE_PACKET_LENGTH, i, 9000 ) );
-   }
-   bcm_field_range_t oneTooMany;
-   EXPECT_EQ( BCM_E_RESOURCE,
-              bcm_field_range_create( 0, &oneTooMany, BCM_FIELD_RANGE_DSTPORT, 1, 2 ) );
    EXPECT_EQ( BCM_E_BUSY, bcm_field_range_destroy( 0, range ) );
-}
-
-TEST( ClassCompression, CompressionGroupsFeedClassQualifiersOfTheIngressStage ) {
-   Box box( { "th3" }, committed() );
-   // The agent's compression group for L4 source ports: selector and port.
-   Shim::GroupConfig compress;
-   compress.flags_or( BCM_FIELD_GROUP_CREATE_WITH_ID );
-   compress.group = 87;
-   SdkShim->ob_field_qset_add( &compress.qset,
-                               SdkShim->AR_bcmFieldQualifyCompressionSelect() );
-   SdkShim->ob_field_qset_add( &compress.qset, SdkShim->AR_bcmFieldQualifyL4SrcPort() );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &compress ) );
-   EXPECT_EQ( bcmFieldStageClass, box.unit( 0 ).state().field.group( 87 )->stage );
-   bcm_field_entry_t entry;
-   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create( 0, 87, &entry ) );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_L4SrcPort( 0, entry, 179, 0xffff ) );
-   Shim::ClassInfo classInfo;
-   classInfo.action_is( SdkShim->AR_bcmFieldActionNewClassId() );
-   classInfo.class_id_is( 6 );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_action_class_add( 0, entry, &classInfo ) );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_install( 0, entry ) );
-   Shim::ClassInfo back;
-   back.action_is( bcmFieldActionNewClassId );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_action_class_get( 0, entry, &back ) );
-   EXPECT_EQ( 6u, back.class_id );
-
-   bcm_field_group_config_t acl = groupConfig(
-      box.unit( 0 ).profile(), 1, qsetOf( { bcmFieldQualifyL4SrcPortClass } ), 1, 5 );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &acl ) );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_entry_create_id( 0, 1, 10 ) );
-   ASSERT_EQ( BCM_E_NONE, bcm_field_qualify_L4SrcPortClass( 0, 10, 6, 0xff ) );
-   installMatching( 10 );
-   int port = portIn( box.unit( 0 ).profile(), 5 );
-   ChipModel::LookupResult bgp = box.send( 0, Packet::ipv4( port, 1, 2, 6, 179, 5000 ) );
-   EXPECT_EQ( std::optional< bcm_field_entry_t >( entry ), bgp.hitIn( 87 ) );
-   EXPECT_TRUE( bgp.dropped );
-   EXPECT_FALSE( box.send( 0, Packet::ipv4( port, 1, 2, 6, 180, 5000 ) ).dropped );
-}
-
-TEST( ClassCompression, AllSixCompressionGroupsFitTheClassStage ) {
-   Box box( { "th3" }, committed() );
-   const std::pair< int, std::vector< int > > groups[] = {
-      { 87, { bcmFieldQualifyCompressionSelect, bcmFieldQualifyL4SrcPort } },
-      { 88, { bcmFieldQualifyCompressionSelect, bcmFieldQualifyL4DstPort } },
-      { 89,
-        { bcmFieldQualifyCompressionAddrSelect, bcmFieldQualifySrcIp,
-          bcmFieldQualifySrcIp6 } },
-      { 90,
-        { bcmFieldQualifyCompressionAddrSelect, bcmFieldQualifyDstIp,
-          bcmFieldQualifyDstIp6 } },
-      { 91, { bcmFieldQualifyCompressionSelect, bcmFieldQualifyIpProtocol } },
-      { 92, { bcmFieldQualifyCompressionSelect, bcmFieldQualifyEtherType } },
-   };
-   for ( const auto & [ id, quals ] : groups ) {
-      Shim::GroupConfig config;
-      config.flags_or( BCM_FIELD_GROUP_CREATE_WITH_ID );
-      config.group = id;
-      for ( int q : quals ) {
-         SdkShim->ob_field_qset_add( &config.qset, q );
-      }
-      ASSERT_EQ( BCM_E_NONE, bcm_field_group_config_create( 0, &config ) ) << id;
-   }
-   const ChipModel::FieldProcessor & field = box.unit( 0 ).state().field;
-   EXPECT_EQ( 1u, field.group( 87 )->width );
-   EXPECT_EQ( 2u, field.group( 89 )->width ); // selector, IPv4 and IPv6: 164 bits
-   EXPECT_EQ( 2u, field.group( 90 )->width );
-   EXPECT_EQ( 0u, field.slices( bcmFieldStageClass )->freeSlices() );
-   // A triple-wide key is more than the class stage's rows hold.
-   Shim::GroupConfig wide;
-   wide.flags_or( BCM_FIELD_GROUP_CREATE_WITH_ID | BCM_FIELD_GROUP_CREATE_WITH_MODE );
-   wide.group = 93;
-   wide.mode = bcmFieldGroupModeTriple;
-   SdkShim->ob_field_qset_add( &wide.qset, bcmFieldQualifyCompressionSelect );
-   EXPECT_EQ( BCM_E_RESOURCE, bcm_field_group_config_create( 0, &wide ) );
 }
 
 TEST( FlexParser, AChunkIdStandsForItsChunksOnEveryFormat ) {
